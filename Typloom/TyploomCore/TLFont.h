@@ -1,0 +1,82 @@
+#pragma once
+
+#include "Typloom/TyploomCore/TLAxis.h"
+#include "Typloom/TyploomCore/TLFontMaster.h"
+#include "Typloom/TyploomCore/TLGlyph.h"
+
+#include <filesystem>
+#include <limits>
+
+/// The index of what is not there.
+inline constexpr std::size_t NSNotFound = std::numeric_limits<std::size_t>::max();
+
+/// Gives a font its glyphs when they are first needed.
+class TLGlyphSource {
+public:
+    virtual ~TLGlyphSource() = default;
+    /// Every name, in the order in which the family shows its glyphs.
+    virtual std::vector<std::string> glyphNames() const = 0;
+    /// The glyph with all its layers and axes, null when there is none or nothing of it can be read.
+    /// Sentences about what could not be read are added to `report`.
+    virtual std::shared_ptr<TLGlyph> loadGlyph(
+        std::shared_ptr<TLFont> const& font, std::string_view name, std::vector<std::string>& report) = 0;
+    /// The glyph that a character shows; none when no glyph has it.
+    virtual std::optional<std::string> glyphNameForCharacter(char32_t character) = 0;
+};
+
+class TLVariationCache;
+
+/// A family: axes, masters and glyphs.
+class TYPLOOM_API TLFont final : public NSObject {
+public:
+    TLFont();
+    ~TLFont() override;
+
+    std::string const& familyName() const { return m_familyName; }
+    void setFamilyName(std::string name) { m_familyName = std::move(name); }
+    /// The designspace file; empty for a font that was never in one.
+    std::filesystem::path const& path() const { return m_path; }
+    void setPath(std::filesystem::path path) { m_path = std::move(path); }
+
+    std::vector<std::shared_ptr<TLFontMaster>> const& fontMasters() const { return m_masters; }
+    std::shared_ptr<TLFontMaster> fontMasterAtIndex(std::size_t index) const; ///< Null beyond the end.
+    std::shared_ptr<TLFontMaster> fontMasterForId(std::string_view id) const;
+    /// The master at the default of every axis; null when none stands there. The argument is not looked at.
+    std::shared_ptr<TLFontMaster> defaultFontMaster(std::nullptr_t) const;
+    std::size_t indexOfObjectInAllMasters(std::shared_ptr<TLFontMaster> const& master) const; ///< Or `NSNotFound`.
+    void insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size_t index);
+    void removeMaster(std::size_t index);
+
+    /// Every axis in the file's order, hidden ones too.
+    std::vector<std::shared_ptr<TLAxis>> const& canonicalAxes() const { return m_axes; }
+    std::vector<std::shared_ptr<TLAxis>> const& axes() const { return m_axes; }
+    std::shared_ptr<TLAxis> axisForId(std::string_view axisId) const;
+    void insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index);
+    void removeAxis(std::size_t index);
+
+    /// The glyph, read when it is first asked for; null when there is none.
+    std::shared_ptr<TLGlyph> glyphForName(std::string_view name) const;
+    /// The same, without reading: null when it has not been needed yet.
+    std::shared_ptr<TLGlyph> loadedGlyphForName(std::string_view name) const;
+    std::vector<std::string> glyphNames() const;
+    std::optional<std::string> glyphNameForCharacter(char32_t character) const;
+    void setGlyphSource(std::shared_ptr<TLGlyphSource> source);
+    void insertGlyph(std::shared_ptr<TLGlyph> const& glyph);
+
+    /// What of the family could not be read, a sentence each; grows while glyphs are read.
+    std::vector<std::string> const& report() const { return m_report; }
+    void addToReport(std::string sentence) const;
+
+    /// Models of the glyphs' sets of places, shared between glyphs.
+    TLVariationCache& variationCache() const { return *m_variationCache; }
+
+private:
+    std::string m_familyName;
+    std::filesystem::path m_path;
+    std::vector<std::shared_ptr<TLFontMaster>> m_masters;
+    std::vector<std::shared_ptr<TLAxis>> m_axes;
+    std::shared_ptr<TLGlyphSource> m_source;
+    mutable std::map<std::string, std::shared_ptr<TLGlyph>, std::less<>> m_glyphs;
+    mutable std::vector<std::string> m_report;
+    std::unique_ptr<TLVariationCache> m_variationCache;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/Foundation/NSObject.h"
+#include "Typloom/TyploomCore/Export.h"
+#include "Typloom/TyploomCore/TLLocation.h"
+
+/// One full source of a font: a place in its design space at which every glyph may be drawn.
+class TYPLOOM_API TLFontMaster final : public NSObject {
+public:
+    TLFontMaster(std::string id, std::string name)
+        : m_id(std::move(id))
+        , m_name(std::move(name))
+    {
+    }
+
+    std::string const& id() const { return m_id; }
+    std::string const& name() const { return m_name; }
+    void setName(std::string name) { m_name = std::move(name); }
+
+    /// The master's design coordinate on a font axis; 0 on an axis that it has no value for.
+    double axisInternalValueValueForId(std::string_view axisId) const;
+    void setAxisInternalValue(double value, std::string_view axisId);
+
+    /// Vertical metrics in font units, for the lines of the edit view.
+    struct Metrics {
+        double unitsPerEm { 1000 };
+        double ascender { 750 };
+        double descender { -250 };
+        double xHeight { 500 };
+        double capHeight { 700 };
+    };
+    Metrics const& metrics() const { return m_metrics; }
+    void setMetrics(Metrics metrics) { m_metrics = metrics; }
+
+private:
+    std::string m_id;
+    std::string m_name;
+    TLCoordinates m_values;
+    Metrics m_metrics;
+};
