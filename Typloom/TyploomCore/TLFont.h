@@ -19,7 +19,8 @@ public:
     /// The glyph with all its layers and axes, null when there is none or nothing of it can be read.
     /// Sentences about what could not be read are added to `report`.
     virtual std::shared_ptr<TLGlyph> loadGlyph(
-        std::shared_ptr<TLFont> const& font, std::string_view name, std::vector<std::string>& report) = 0;
+        std::shared_ptr<TLFont> const& font, std::string_view name, std::vector<std::string>& report)
+        = 0;
     /// The glyph that a character shows; none when no glyph has it.
     virtual std::optional<std::string> glyphNameForCharacter(char32_t character) = 0;
 };
@@ -43,7 +44,8 @@ public:
     std::shared_ptr<TLFontMaster> fontMasterForId(std::string_view id) const;
     /// The master at the default of every axis; null when none stands there. The argument is not looked at.
     std::shared_ptr<TLFontMaster> defaultFontMaster(std::nullptr_t) const;
-    std::size_t indexOfObjectInAllMasters(std::shared_ptr<TLFontMaster> const& master) const; ///< Or `NSNotFound`.
+    std::size_t indexOfObjectInAllMasters(
+        std::shared_ptr<TLFontMaster> const& master) const; ///< Or `NSNotFound`.
     void insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size_t index);
     void removeMaster(std::size_t index);
 
@@ -71,12 +73,18 @@ public:
     TLVariationCache& variationCache() const { return *m_variationCache; }
 
 private:
+    void didChangeMasters();
+    void didChangeAxes();
+
     std::string m_familyName;
     std::filesystem::path m_path;
     std::vector<std::shared_ptr<TLFontMaster>> m_masters;
     std::vector<std::shared_ptr<TLAxis>> m_axes;
+    TLStringMap<std::size_t> m_masterIndexes;
+    TLStringMap<std::size_t> m_axisIndexes;
     std::shared_ptr<TLGlyphSource> m_source;
     mutable std::map<std::string, std::shared_ptr<TLGlyph>, std::less<>> m_glyphs;
+    std::vector<std::string> m_insertedNames; ///< Of glyphs that no source gave, in their order.
     mutable std::vector<std::string> m_report;
     std::unique_ptr<TLVariationCache> m_variationCache;
 };

@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/NSObject.h"
 #include "Typloom/TyploomCore/Export.h"
-#include "Typloom/TyploomCore/TLLocation.h"
+#include "Typloom/TyploomCore/TLStringHash.h"
 
 /// One full source of a font: a place in its design space at which every glyph may be drawn.
 class TYPLOOM_API TLFontMaster final : public NSObject {
@@ -15,10 +15,11 @@ public:
 
     std::string const& id() const { return m_id; }
     std::string const& name() const { return m_name; }
-    void setName(std::string name) { m_name = std::move(name); }
+    void setName(std::string name);
 
     /// The master's design coordinate on a font axis; 0 on an axis that it has no value for.
     double axisInternalValueValueForId(std::string_view axisId) const;
+    /// What is not finite is ignored.
     void setAxisInternalValue(double value, std::string_view axisId);
 
     /// Vertical metrics in font units, for the lines of the edit view.
@@ -35,6 +36,6 @@ public:
 private:
     std::string m_id;
     std::string m_name;
-    TLCoordinates m_values;
+    TLStringMap<double> m_values;
     Metrics m_metrics;
 };

@@ -2,8 +2,7 @@
 
 #include "Typloom/TyploomCore/TLAxis.h"
 #include "Typloom/TyploomCore/TLLayer.h"
-
-#include <unordered_map>
+#include "Typloom/TyploomCore/TLStringHash.h"
 
 class TLFontMaster;
 
@@ -16,15 +15,20 @@ public:
     std::shared_ptr<TLLayer> find(std::string_view layerId) const;
     auto begin() const { return m_entries.begin(); }
     auto end() const { return m_entries.end(); }
+    std::vector<Entry> const& entries() const { return m_entries; }
     std::size_t size() const { return m_entries.size(); }
     void append(std::shared_ptr<TLLayer> layer);
+    /// A layer with that identifier is taken out first.
+    void insert(std::shared_ptr<TLLayer> layer, std::size_t index);
     void remove(std::string_view layerId);
     /// Puts another object in the place of the layer with its identifier.
     void replace(std::shared_ptr<TLLayer> const& layer);
 
 private:
+    void reindexFrom(std::size_t index);
+
     std::vector<Entry> m_entries;
-    std::unordered_map<std::string, std::size_t> m_indexes;
+    TLStringMap<std::size_t> m_indexes;
 };
 
 struct TLClosedRange {
@@ -67,6 +71,8 @@ public:
         std::optional<std::string> const& associatedMasterID) const;
 
 private:
+    std::size_t indexForInserting(TLLayer const& layer) const;
+
     std::string m_name;
     std::vector<char32_t> m_unicodes;
     std::weak_ptr<TLFont> m_font;

@@ -5,6 +5,7 @@
 #include "Typloom/TyploomCore/TLLocation.h"
 #include "Typloom/TyploomCore/TLOutline.h"
 
+class TLAxis;
 class TLFont;
 class TLGlyph;
 class TLInterpolationFontProxy;
@@ -62,6 +63,9 @@ public:
     std::shared_ptr<Data> const& data() const { return m_data; }
 
 private:
+    /// The font's axis of that identifier, null when it is none of the font's.
+    std::shared_ptr<TLAxis> fontAxis(std::string_view axisId) const;
+
     std::shared_ptr<Data> m_data;
     std::shared_ptr<TLInterpolationFontProxy> m_proxy;
     std::optional<TLLocation> m_previewLocation;

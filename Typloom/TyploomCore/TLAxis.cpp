@@ -1,0 +1,62 @@
+#include "Typloom/TyploomCore/TLAxis.h"
+
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+/// 128 random bits: distinct from every identifier that was ever stored, in this family or another.
+std::string freshIdentifier()
+{
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    static std::random_device device;
+    std::uniform_int_distribution<std::size_t> digit(0, digits.size() - 1);
+    std::string identifier(32, '0');
+    for (char& character : identifier) {
+        character = digits[digit(device)];
+    }
+    return identifier;
+}
+
+} // namespace
+
+TLAxis::TLAxis()
+    : m_axisId(freshIdentifier())
+{
+}
+
+TLAxis::TLAxis(std::string axisId, std::string name)
+    : m_axisId(std::move(axisId))
+    , m_name(std::move(name))
+{
+}
+
+void TLAxis::setName(std::string name)
+{
+    if (name == m_name) {
+        return;
+    }
+    m_name = std::move(name);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLAxis::setDefaultValue(double value)
+{
+    if (!std::isfinite(value) || value == m_defaultValue) {
+        return;
+    }
+    m_defaultValue = value + 0.0; // -0 becomes 0.
+    TLSetNeedsUpdateInterface();
+}
+
+void TLAxis::setBounds(double minimum, double maximum)
+{
+    if (!std::isfinite(minimum) || !std::isfinite(maximum)) {
+        return;
+    }
+    m_minimum = minimum + 0.0;
+    m_maximum = maximum + 0.0;
+    TLSetNeedsUpdateInterface();
+}

@@ -1,0 +1,197 @@
+#include "Typloom/TyploomCore/TLFont.h"
+
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+#include "Typloom/TyploomCore/TLVariationCache.h"
+#include "Typloom/TyploomCore/UpdateSuspension.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+template <class Object>
+void insertAt(
+    std::vector<std::shared_ptr<Object>>& list, std::shared_ptr<Object> const& object, std::size_t index)
+{
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(index, list.size())), object);
+}
+
+} // namespace
+
+TLFont::TLFont()
+    : m_variationCache(std::make_unique<TLVariationCache>())
+{
+}
+
+TLFont::~TLFont() = default;
+
+std::shared_ptr<TLFontMaster> TLFont::fontMasterAtIndex(std::size_t index) const
+{
+    return index < m_masters.size() ? m_masters[index] : nullptr;
+}
+
+std::shared_ptr<TLFontMaster> TLFont::fontMasterForId(std::string_view id) const
+{
+    auto const entry = m_masterIndexes.find(id);
+    return entry == m_masterIndexes.end() ? nullptr : m_masters[entry->second];
+}
+
+std::shared_ptr<TLFontMaster> TLFont::defaultFontMaster(std::nullptr_t) const
+{
+    auto const standsAtDefaults = [this](std::shared_ptr<TLFontMaster> const& master) {
+        return std::all_of(m_axes.begin(), m_axes.end(), [&master](auto const& axis) {
+            return master->axisInternalValueValueForId(axis->axisId()) == axis->defaultValue();
+        });
+    };
+    auto const found = std::find_if(m_masters.begin(), m_masters.end(), standsAtDefaults);
+    return found == m_masters.end() ? nullptr : *found;
+}
+
+std::size_t TLFont::indexOfObjectInAllMasters(std::shared_ptr<TLFontMaster> const& master) const
+{
+    if (!master) {
+        return NSNotFound;
+    }
+    auto const entry = m_masterIndexes.find(master->id());
+    return entry != m_masterIndexes.end() && m_masters[entry->second] == master ? entry->second : NSNotFound;
+}
+
+void TLFont::insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size_t index)
+{
+    if (!master) {
+        return;
+    }
+    insertAt(m_masters, master, index);
+    didChangeMasters();
+}
+
+void TLFont::removeMaster(std::size_t index)
+{
+    if (index >= m_masters.size()) {
+        return;
+    }
+    m_masters.erase(m_masters.begin() + static_cast<std::ptrdiff_t>(index));
+    didChangeMasters();
+}
+
+void TLFont::didChangeMasters()
+{
+    m_masterIndexes.clear();
+    for (std::size_t index = 0; index < m_masters.size(); ++index) {
+        m_masterIndexes.try_emplace(m_masters[index]->id(), index);
+    }
+    TLSetNeedsUpdateInterface();
+}
+
+std::shared_ptr<TLAxis> TLFont::axisForId(std::string_view axisId) const
+{
+    auto const entry = m_axisIndexes.find(axisId);
+    return entry == m_axisIndexes.end() ? nullptr : m_axes[entry->second];
+}
+
+void TLFont::insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index)
+{
+    if (!axis) {
+        return;
+    }
+    insertAt(m_axes, axis, index);
+    didChangeAxes();
+}
+
+void TLFont::removeAxis(std::size_t index)
+{
+    if (index >= m_axes.size()) {
+        return;
+    }
+    m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
+    didChangeAxes();
+}
+
+void TLFont::didChangeAxes()
+{
+    m_axisIndexes.clear();
+    for (std::size_t index = 0; index < m_axes.size(); ++index) {
+        m_axisIndexes.try_emplace(m_axes[index]->axisId(), index);
+    }
+    TLSetNeedsUpdateInterface();
+}
+
+std::shared_ptr<TLGlyph> TLFont::glyphForName(std::string_view name) const
+{
+    if (auto const known = m_glyphs.find(name); known != m_glyphs.end()) {
+        return known->second;
+    }
+    if (!m_source) {
+        return nullptr;
+    }
+    std::vector<std::string> report;
+    std::shared_ptr<TLGlyph> glyph;
+    {
+        UpdateSuspension const readingChangesNothing;
+        // The document is the same whether or not a glyph has been read yet.
+        glyph = m_source->loadGlyph(std::const_pointer_cast<TLFont>(sharedAs<TLFont>()), name, report);
+    }
+    for (auto& sentence : report) {
+        addToReport(std::move(sentence));
+    }
+    // What can't be read is remembered too, so that it is tried and reported once.
+    m_glyphs.insert_or_assign(std::string(name), glyph);
+    return glyph;
+}
+
+std::shared_ptr<TLGlyph> TLFont::loadedGlyphForName(std::string_view name) const
+{
+    auto const known = m_glyphs.find(name);
+    return known == m_glyphs.end() ? nullptr : known->second;
+}
+
+std::vector<std::string> TLFont::glyphNames() const
+{
+    auto names = m_source ? m_source->glyphNames() : std::vector<std::string> {};
+    if (m_insertedNames.empty()) {
+        return names;
+    }
+    std::unordered_set<std::string> const inSource(names.begin(), names.end());
+    std::copy_if(m_insertedNames.begin(), m_insertedNames.end(), std::back_inserter(names),
+        [&inSource](std::string const& name) { return !inSource.contains(name); });
+    return names;
+}
+
+std::optional<std::string> TLFont::glyphNameForCharacter(char32_t character) const
+{
+    for (auto const& name : m_insertedNames) {
+        auto const& unicodes = m_glyphs.find(name)->second->unicodes();
+        if (std::find(unicodes.begin(), unicodes.end(), character) != unicodes.end()) {
+            return name;
+        }
+    }
+    return m_source ? m_source->glyphNameForCharacter(character) : std::nullopt;
+}
+
+void TLFont::setGlyphSource(std::shared_ptr<TLGlyphSource> source)
+{
+    m_source = std::move(source);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLFont::insertGlyph(std::shared_ptr<TLGlyph> const& glyph)
+{
+    if (!glyph) {
+        return;
+    }
+    glyph->setFont(sharedAs<TLFont>());
+    m_glyphs.insert_or_assign(glyph->name(), glyph);
+    if (std::find(m_insertedNames.begin(), m_insertedNames.end(), glyph->name()) == m_insertedNames.end()) {
+        m_insertedNames.push_back(glyph->name());
+    }
+    TLSetNeedsUpdateInterface();
+}
+
+void TLFont::addToReport(std::string sentence) const
+{
+    if (std::find(m_report.begin(), m_report.end(), sentence) != m_report.end()) {
+        return;
+    }
+    m_report.push_back(std::move(sentence));
+    TLSetNeedsUpdateInterface();
+}

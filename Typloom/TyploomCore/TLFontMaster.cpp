@@ -1,0 +1,29 @@
+#include "Typloom/TyploomCore/TLFontMaster.h"
+
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+
+#include <cmath>
+
+void TLFontMaster::setName(std::string name)
+{
+    if (name == m_name) {
+        return;
+    }
+    m_name = std::move(name);
+    TLSetNeedsUpdateInterface();
+}
+
+double TLFontMaster::axisInternalValueValueForId(std::string_view axisId) const
+{
+    auto const entry = m_values.find(axisId);
+    return entry == m_values.end() ? 0 : entry->second;
+}
+
+void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
+{
+    if (!std::isfinite(value)) {
+        return;
+    }
+    m_values.insert_or_assign(std::string(axisId), value + 0.0);
+    TLSetNeedsUpdateInterface();
+}

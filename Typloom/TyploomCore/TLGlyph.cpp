@@ -1,0 +1,130 @@
+#include "Typloom/TyploomCore/TLGlyph.h"
+
+#include "Typloom/TyploomCore/TLFont.h"
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+
+#include <algorithm>
+#include <utility>
+
+TLGlyph::TLGlyph(std::string name)
+    : m_name(std::move(name))
+{
+}
+
+std::shared_ptr<TLLayer> TLGlyph::layerForId(std::string_view layerId) const
+{
+    return m_workingLayers.find(layerId);
+}
+
+TLLayerDictionary const& TLGlyph::layers() const
+{
+    return m_trueLayers;
+}
+
+void TLGlyph::setPreviewLocation(std::string_view layerId, std::optional<TLLocation> location)
+{
+    auto const working = m_workingLayers.find(layerId);
+    if (!working) {
+        return;
+    }
+    if (!location) {
+        m_trueLayers.replace(working);
+    } else if (m_trueLayers.find(layerId) == working) {
+        m_trueLayers.replace(std::make_shared<TLLayer>(working->data()));
+    }
+    working->setPreviewLocation(std::move(location));
+}
+
+std::size_t TLGlyph::indexForInserting(TLLayer const& layer) const
+{
+    auto const owner = font();
+    auto const rank = [&owner](TLLayer const& candidate) {
+        auto const kind = candidate.data()->kind;
+        std::size_t const masterIndex = kind == TLLayerKind::master && owner
+            ? owner->indexOfObjectInAllMasters(owner->fontMasterForId(candidate.layerId()))
+            : 0;
+        return std::pair(kind, masterIndex);
+    };
+    // From the end, since files give layers in their order: then this looks at one layer only.
+    std::vector<TLLayerDictionary::Entry> const& entries = m_trueLayers.entries();
+    auto const rankOfLayer = rank(layer);
+    auto const before = std::find_if(entries.rbegin(), entries.rend(),
+        [&](auto const& entry) { return rank(*entry.second) <= rankOfLayer; });
+    return static_cast<std::size_t>(entries.rend() - before);
+}
+
+void TLGlyph::insertLayer(std::shared_ptr<TLLayer> const& layer)
+{
+    if (!layer) {
+        return;
+    }
+    removeLayer(layer->layerId());
+    layer->data()->glyph = sharedAs<TLGlyph>();
+    auto const index = indexForInserting(*layer);
+    m_workingLayers.insert(layer, index);
+    m_trueLayers.insert(layer, index);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLGlyph::removeLayer(std::string_view layerId)
+{
+    if (!m_workingLayers.find(layerId)) {
+        return;
+    }
+    std::string const identifier(layerId); // The argument may belong to the layer that goes.
+    m_workingLayers.remove(identifier);
+    m_trueLayers.remove(identifier);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLGlyph::insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std::size_t index)
+{
+    if (!axis) {
+        return;
+    }
+    m_axes.insert(m_axes.begin() + static_cast<std::ptrdiff_t>(std::min(index, m_axes.size())), axis);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLGlyph::removeObjectFromAxesAtIndex(std::size_t index)
+{
+    if (index >= m_axes.size()) {
+        return;
+    }
+    m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
+    TLSetNeedsUpdateInterface();
+}
+
+std::vector<std::shared_ptr<TLAxis>> TLGlyph::allAxes() const
+{
+    auto all = m_axes;
+    if (auto const owner = font()) {
+        all.insert(all.end(), owner->canonicalAxes().begin(), owner->canonicalAxes().end());
+    }
+    return all;
+}
+
+std::unordered_map<std::shared_ptr<TLAxis>, TLClosedRange> TLGlyph::internalAxisRanges(
+    std::optional<std::string> const& associatedMasterID) const
+{
+    TLStringMap<TLClosedRange> spans;
+    for (auto const& axis : m_axes) {
+        spans.try_emplace(axis->axisId(), TLClosedRange { axis->defaultValue(), axis->defaultValue() });
+    }
+    for (auto const& [layerId, layer] : m_trueLayers) {
+        if (associatedMasterID && layer->associatedMasterId() != associatedMasterID) {
+            continue;
+        }
+        for (auto const& [axisId, value] : layer->coordinates()) {
+            if (auto const span = spans.find(axisId); span != spans.end()) {
+                span->second.lower = std::min(span->second.lower, value);
+                span->second.upper = std::max(span->second.upper, value);
+            }
+        }
+    }
+    std::unordered_map<std::shared_ptr<TLAxis>, TLClosedRange> ranges;
+    for (auto const& axis : m_axes) {
+        ranges.emplace(axis, spans.find(axis->axisId())->second);
+    }
+    return ranges;
+}

@@ -1,0 +1,77 @@
+#include "Typloom/TyploomCore/TLLayer.h"
+
+#include "Typloom/TyploomCore/TLFont.h"
+#include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+
+TLLayer::TLLayer(std::shared_ptr<Data> data)
+    : m_data(std::move(data))
+{
+}
+
+TLLayer::TLLayer(std::shared_ptr<Data> data, std::shared_ptr<TLInterpolationFontProxy> proxy)
+    : m_data(std::move(data))
+    , m_proxy(std::move(proxy))
+{
+}
+
+std::shared_ptr<TLFont> TLLayer::font() const
+{
+    if (auto const owner = glyph()) {
+        return owner->font();
+    }
+    return m_proxy ? m_proxy->parentFont() : nullptr;
+}
+
+std::shared_ptr<NSObject> TLLayer::valueForKey(std::string_view key) const
+{
+    if (key != "font") {
+        return nullptr;
+    }
+    if (m_proxy) {
+        return m_proxy;
+    }
+    return font();
+}
+
+std::optional<double> TLLayer::axisInternalValueValue(std::string_view axisId) const
+{
+    if (m_previewLocation) {
+        if (auto const previewed = TLLocationNumber(*m_previewLocation, axisId)) {
+            return previewed;
+        }
+    }
+    auto const axis = m_data->kind == TLLayerKind::other ? nullptr : fontAxis(axisId);
+    if (axis && isMasterLayer()) {
+        auto const master = font()->fontMasterForId(m_data->associatedMasterId.value_or(m_data->layerId));
+        return master ? std::optional(master->axisInternalValueValueForId(axisId)) : std::nullopt;
+    }
+    if (auto const own = m_data->coordinates.find(axisId); own != m_data->coordinates.end()) {
+        return own->second;
+    }
+    return axis ? std::optional(axis->defaultValue()) : std::nullopt;
+}
+
+std::shared_ptr<TLAxis> TLLayer::fontAxis(std::string_view axisId) const
+{
+    auto const owner = font();
+    return owner ? owner->axisForId(axisId) : nullptr;
+}
+
+void TLLayer::setCoordinates(TLCoordinates coordinates)
+{
+    if (coordinates == m_data->coordinates) {
+        return;
+    }
+    m_data->coordinates = std::move(coordinates);
+    TLSetNeedsUpdateInterface();
+}
+
+void TLLayer::setOutline(TLOutline outline)
+{
+    if (outline == m_data->outline) {
+        return;
+    }
+    m_data->outline = std::move(outline);
+    TLSetNeedsUpdateInterface();
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Variation models by the set of places that they are built on.
+class TLVariationCache { };
