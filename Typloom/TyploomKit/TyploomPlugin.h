@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 /// A plug-in's principal object. The host makes one instance and calls `loadPlugin` once.
 class TyploomPlugin {
 public:
@@ -9,8 +11,10 @@ public:
     virtual void loadPlugin() = 0;
 };
 
-/// What a bundle's library exports under the name `TyploomPluginEntry`: a function that is called once,
-/// on the main thread, and gives the principal object; the host holds it for the life of the process.
-/// `className` is the principal class that the bundle's description names; null for one that
-/// the library does not have. Declared as `extern "C"`.
-#define TYPLOOM_PLUGIN_ENTRY TyploomPluginEntry
+/// What a bundle's library exports under the name `TyploomPluginEntry`, declared as `extern "C"`: a
+/// function that is called once, on the main thread, and gives the principal object, which the host
+/// holds for the life of the process. `className` is the principal class that the bundle's description
+/// names; `result` stays null for one that the library does not have.
+using TyploomPluginEntryFunction = void(char const* className, std::shared_ptr<TyploomPlugin>* result);
+
+inline constexpr char const* TyploomPluginEntryName = "TyploomPluginEntry";
