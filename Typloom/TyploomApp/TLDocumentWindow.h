@@ -2,10 +2,13 @@
 
 #include "Typloom/TyploomCore/Export.h"
 #include "Typloom/TyploomCore/TLLocation.h"
+#include "Typloom/TyploomCore/TLOutline.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QWidget;
 class TLFont;
@@ -19,11 +22,14 @@ public:
     /// A null font makes a window that invites to open one.
     explicit TLDocumentWindow(std::shared_ptr<TLFont> font);
     ~TLDocumentWindow();
+    TLDocumentWindow(TLDocumentWindow const&) = delete;
 
     QWidget* widget() const; ///< The top-level widget.
-    std::shared_ptr<TLFont> font() const;
-    std::shared_ptr<TLEditViewController> editViewController() const;
-    std::shared_ptr<TLSidebar> sidebar() const;
+    std::shared_ptr<TLFont> font() const; ///< Null in a window that invites to open a family.
+    /// Shows a family in a window that has none. Later calls are ignored.
+    void setFont(std::shared_ptr<TLFont> font);
+    std::shared_ptr<TLEditViewController> editViewController() const; ///< Null without a family.
+    std::shared_ptr<TLSidebar> sidebar() const; ///< Null without a family.
 
     /// Puts characters into the line; the first one's glyph is edited. A character without a glyph is left out.
     void setText(std::string const& text);
@@ -34,6 +40,19 @@ public:
     void goToLocation(TLLocation const& location);
     /// "Bold", "Intermediate layer …" or "Interpolated", as the window shows it.
     std::string stateText() const;
+    /// The outline of the edited glyph as it is drawn: the layer's, or the interpolated one. None when
+    /// no glyph is edited.
+    std::optional<TLOutline> editedOutline() const;
+    /// What the window lists as not read: sentences of its own first, then the family's.
+    std::vector<std::string> report() const;
+    void addToReport(std::string sentence);
+    /// Tells the user one sentence in a dialog of the window.
+    void showError(std::string const& sentence);
+
+    /// Called with the file that the user chose or dropped.
+    void setOpenHandler(std::function<void(std::filesystem::path const&)> handler);
+    /// Called when the user has closed the window.
+    void setCloseHandler(std::function<void()> handler);
 
 private:
     struct Impl;
