@@ -1,1 +1,405 @@
-// to be written
+#include "Platform/AppKit/NSSlider.h"
+
+#include "Platform/AppKit/CGContext.h"
+#include "Platform/Qt/NSViewBacking.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+namespace {
+constexpr double knobRadius = 7;
+constexpr double focusRingWidth = 2;
+constexpr double trackHeight = 4;
+constexpr double fineDragFactor = 0.1;
+/// How far the pointer may shake after a double click before it drags, in points.
+constexpr double stillDistance = 5;
+/// Below this span a step of 1 would leave too few places to stop at.
+constexpr double smallSpan = 10;
+
+CGPath capsule(NSRect rect)
+{
+    auto const radius = std::min(rect.size.width, rect.size.height) / 2;
+    auto const bend = radius * 0.5523; // A quarter circle as one cubic curve.
+    auto const left = rect.origin.x, right = rect.maxX(), top = rect.origin.y, bottom = rect.maxY();
+    CGPath path;
+    path.moveTo({ left + radius, top });
+    path.lineTo({ right - radius, top });
+    path.curveTo({ right - radius + bend, top }, { right, top + radius - bend }, { right, top + radius });
+    path.lineTo({ right, bottom - radius });
+    path.curveTo(
+        { right, bottom - radius + bend }, { right - radius + bend, bottom }, { right - radius, bottom });
+    path.lineTo({ left + radius, bottom });
+    path.curveTo(
+        { left + radius - bend, bottom }, { left, bottom - radius + bend }, { left, bottom - radius });
+    path.lineTo({ left, top + radius });
+    path.curveTo({ left, top + radius - bend }, { left + radius - bend, top }, { left + radius, top });
+    path.closeSubpath();
+    return path;
+}
+
+void fill(CGContext& context, CGPath const& path, NSColor color)
+{
+    context.setFillColor(color);
+    context.addPath(path);
+    context.fillPath();
+}
+
+CGPath disc(NSPoint centre, double radius)
+{
+    CGPath path;
+    path.addEllipse({ { centre.x - radius, centre.y - radius }, { 2 * radius, 2 * radius } });
+    return path;
+}
+} // namespace
+
+/// Sees, while a drag lasts, what does not come to the slider itself: Escape goes to the view with
+/// the focus, which the mouse left where it was; and a slider that goes from the screen gets no release.
+class NSSlider::DragWatch final : public QObject {
+public:
+    explicit DragWatch(NSSlider& slider)
+        : m_slider(slider)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (!m_slider.m_drag) {
+            return false;
+        }
+        if (event->type() == QEvent::Hide && watched == qtWidget(m_slider)) {
+            m_slider.m_drag.reset();
+            return false;
+        }
+        bool const isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+        if (!isKey || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) {
+            return false;
+        }
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            m_slider.cancelDrag();
+        }
+        return true;
+    }
+
+private:
+    NSSlider& m_slider;
+};
+
+NSSlider::NSSlider()
+{
+    setAcceptsFirstResponder(true, false);
+}
+
+NSSlider::~NSSlider() = default;
+
+double NSSlider::doubleValue() const
+{
+    return std::max(m_minValue, std::min(m_value, m_maxValue));
+}
+
+void NSSlider::setMinValue(double value)
+{
+    if (std::isfinite(value)) {
+        m_minValue = value + 0.0; // A negative zero becomes a plain one.
+        setNeedsDisplay(true);
+    }
+}
+
+void NSSlider::setMaxValue(double value)
+{
+    if (std::isfinite(value)) {
+        m_maxValue = value + 0.0;
+        setNeedsDisplay(true);
+    }
+}
+
+void NSSlider::setDoubleValue(double value)
+{
+    if (std::isfinite(value)) {
+        m_value = value + 0.0;
+        setNeedsDisplay(true);
+    }
+}
+
+void NSSlider::setEnabled(bool enabled)
+{
+    NSControl::setEnabled(enabled);
+    setNeedsDisplay(true);
+}
+
+NSSize NSSlider::fittingSize() const
+{
+    return { 96, 2 * (knobRadius + focusRingWidth) + 4 };
+}
+
+void NSSlider::didChangeFirstResponder()
+{
+    setNeedsDisplay(true);
+}
+
+// Places.
+
+double NSSlider::trackY() const
+{
+    return std::floor(bounds().midY());
+}
+
+double NSSlider::positionForValue(double value) const
+{
+    auto const inset = knobRadius + focusRingWidth;
+    auto const length = std::max(0.0, bounds().size.width - 2 * inset);
+    auto span = m_maxValue - m_minValue;
+    auto distance = value - m_minValue;
+    if (!std::isfinite(span)) { // ±1.7e308: the span is beyond what a double holds, its half is not.
+        span = m_maxValue / 2 - m_minValue / 2;
+        distance = value / 2 - m_minValue / 2;
+    }
+    auto const fraction = span > 0 ? std::clamp(distance / span, 0.0, 1.0) : 0.0;
+    return inset + fraction * length;
+}
+
+double NSSlider::valueForPosition(double x) const
+{
+    auto const inset = knobRadius + focusRingWidth;
+    auto const length = bounds().size.width - 2 * inset;
+    if (length <= 0 || m_maxValue <= m_minValue) {
+        return doubleValue();
+    }
+    return std::lerp(m_minValue, m_maxValue, std::clamp((x - inset) / length, 0.0, 1.0)) + 0.0;
+}
+
+bool NSSlider::isOnKnob(NSPoint point) const
+{
+    return std::hypot(point.x - positionForValue(doubleValue()), point.y - trackY()) <= knobRadius + 1;
+}
+
+// The hand.
+
+/// How far the knob goes for a point of the pointer's way. Fine: a tenth, and no more than a key's
+/// step, so that on a long range too every whole number can be reached.
+double NSSlider::pointsPerPoint(bool fine) const
+{
+    if (!fine) {
+        return 1;
+    }
+    auto const inset = knobRadius + focusRingWidth;
+    auto const valuePerPoint = (m_maxValue / 2 - m_minValue / 2) / (bounds().size.width - 2 * inset) * 2;
+    return valuePerPoint > 0 ? std::min(fineDragFactor, keyStep(false) / valuePerPoint) : fineDragFactor;
+}
+
+void NSSlider::mouseDown(NSEvent const& event)
+{
+    if (!isEnabled()) {
+        return;
+    }
+    auto const keptAlive = weak_from_this().lock(); // An action may take the slider from its window.
+    auto const x = event.locationInView.x;
+    Drag drag { .startX = x, .lastX = x, .valueAtPress = doubleValue() };
+    drag.pressedKnob = isOnKnob(event.locationInView) || event.clickCount > 1;
+    drag.isHeldStill = event.clickCount > 1;
+    drag.handX = drag.pressedKnob ? positionForValue(doubleValue()) : x;
+    drag.handValue = doubleValue();
+    m_drag = drag;
+    m_dragWatch = std::make_unique<DragWatch>(*this);
+    setNeedsDisplay(true);
+
+    if (!drag.pressedKnob) {
+        moveHandTo(x, event.modifiers.shift);
+    } else if (event.clickCount == 2) {
+        // The target may take it for a reset and set another value: the hand then holds the knob there.
+        sendAction();
+        if (m_drag) {
+            m_drag->handX = positionForValue(doubleValue());
+            m_drag->handValue = doubleValue();
+            m_drag->valueAtPress = doubleValue();
+        }
+    }
+}
+
+void NSSlider::mouseDragged(NSEvent const& event)
+{
+    if (!m_drag || !isEnabled()) {
+        return;
+    }
+    auto const x = event.locationInView.x;
+    if (m_drag->isHeldStill) {
+        if (std::abs(x - m_drag->startX) < stillDistance) {
+            return;
+        }
+        m_drag->isHeldStill = false;
+    }
+    auto const way = x - m_drag->lastX;
+    m_drag->lastX = x;
+    moveHandTo(m_drag->handX + way * pointsPerPoint(event.modifiers.shift), event.modifiers.shift);
+}
+
+/// Reports where the hand is, also when it has not moved: the value may have been set meanwhile.
+void NSSlider::moveHandTo(double x, bool fine)
+{
+    bool const hasMoved = x != m_drag->handX || !m_drag->pressedKnob;
+    m_drag->handX = x;
+    if (hasMoved) {
+        m_drag->handValue = valueForHand({ .value = valueForPosition(x),
+            .valueAtPress = m_drag->valueAtPress,
+            .pressedKnob = m_drag->pressedKnob,
+            .isFine = fine });
+    }
+    changeByUser(m_drag->handValue);
+}
+
+void NSSlider::mouseUp(NSEvent const&)
+{
+    m_drag.reset();
+    m_dragWatch.reset();
+    setNeedsDisplay(true);
+}
+
+void NSSlider::cancelDrag()
+{
+    auto const keptAlive = weak_from_this().lock();
+    auto const before = m_drag->valueAtPress;
+    m_drag.reset();
+    changeByUser(before);
+}
+
+void NSSlider::changeByUser(double value)
+{
+    setDoubleValue(value);
+    sendAction();
+}
+
+// Keys and wheel.
+
+double NSSlider::keyStep(bool coarse) const
+{
+    auto const span = m_maxValue - m_minValue; // Infinite for the largest ranges, which is fine here.
+    if (span >= smallSpan) {
+        return coarse ? 10 : 1;
+    }
+    return coarse ? std::max(0.1, span / 10) : 0.1;
+}
+
+double NSSlider::nextStop(double, bool up) const
+{
+    return up ? m_maxValue : m_minValue;
+}
+
+/// None for a key that is not the slider's.
+std::optional<double> NSSlider::valueForKey(NSEvent const& event) const
+{
+    auto const value = doubleValue();
+    // Ten steps of 0.1 are 1 and not 0.9999999999999999.
+    auto const stepped = [&](double step) {
+        auto const sum = value + step;
+        return std::abs(sum) < 1e9 ? std::round(sum * 1e6) / 1e6 : sum;
+    };
+    switch (event.key) {
+    case NSKey::left:
+    case NSKey::down:
+        return stepped(-keyStep(event.modifiers.shift));
+    case NSKey::right:
+    case NSKey::up:
+        return stepped(keyStep(event.modifiers.shift));
+    case NSKey::pageUp:
+        return nextStop(value, true);
+    case NSKey::pageDown:
+        return nextStop(value, false);
+    case NSKey::home:
+        return m_minValue;
+    case NSKey::end:
+        return m_maxValue;
+    case NSKey::backspace:
+    case NSKey::deleteForward:
+        return resetValue();
+    default:
+        return std::nullopt;
+    }
+}
+
+void NSSlider::keyDown(NSEvent const& event)
+{
+    auto const wanted = event.modifiers.control || event.modifiers.alt ? std::nullopt : valueForKey(event);
+    if (!isEnabled() || !wanted) {
+        NSControl::keyDown(event);
+        return;
+    }
+    auto const value = std::max(m_minValue, std::min(*wanted, m_maxValue));
+    if (value != doubleValue()) {
+        changeByUser(value);
+    }
+}
+
+void NSSlider::scrollWheel(NSEvent const& event)
+{
+    if (!isFirstResponder() || !isEnabled()) {
+        NSControl::scrollWheel(event);
+        return;
+    }
+    auto const delta = event.scrollingDelta.y != 0 ? event.scrollingDelta.y : -event.scrollingDelta.x;
+    if (delta == 0) {
+        return;
+    }
+    auto const step = std::copysign(keyStep(event.modifiers.shift), delta);
+    auto const value = std::clamp(doubleValue() + step, m_minValue, std::max(m_minValue, m_maxValue));
+    if (value != doubleValue()) {
+        changeByUser(value);
+    }
+}
+
+// Drawing.
+
+void NSSlider::drawRect(NSRect dirty)
+{
+    NSControl::drawRect(dirty);
+    if (!CGContext::current()) {
+        return;
+    }
+    drawBar();
+    drawKnob();
+}
+
+void NSSlider::drawBar()
+{
+    drawTrack(m_minValue);
+}
+
+void NSSlider::drawTrack(double filledFromValue)
+{
+    auto& context = *CGContext::current();
+    auto const top = trackY() - trackHeight / 2;
+    auto const left = knobRadius + focusRingWidth - trackHeight / 2;
+    auto const length = bounds().size.width - 2 * left;
+    if (length <= trackHeight) {
+        return;
+    }
+    auto const strength = isEnabled() ? 0.28 : 0.14;
+    fill(context, capsule({ { left, top }, { length, trackHeight } }),
+        NSColor::labelColor().withAlpha(strength));
+    if (!isEnabled()) {
+        return;
+    }
+    auto const from = positionForValue(filledFromValue);
+    auto const to = positionForValue(doubleValue());
+    CGPath filled;
+    filled.addRect({ { std::min(from, to), top }, { std::abs(to - from), trackHeight } });
+    fill(context, filled, NSColor::controlAccentColor());
+}
+
+void NSSlider::drawKnob()
+{
+    auto& context = *CGContext::current();
+    NSPoint const centre { positionForValue(doubleValue()), trackY() };
+    if (isFirstResponder()) {
+        fill(context, disc(centre, knobRadius + focusRingWidth),
+            NSColor::controlAccentColor().withAlpha(0.45));
+    }
+    // A ring in the background's colour sets the knob off from the track and the marks.
+    fill(context, disc(centre, knobRadius), NSColor::controlBackgroundColor());
+    auto const color = isEnabled() ? NSColor::controlAccentColor() : NSColor::tertiaryLabelColor();
+    fill(context, disc(centre, knobRadius - 1), color);
+    fill(context, disc(centre, isTracking() ? 2 : 3), NSColor::textBackgroundColor());
+}

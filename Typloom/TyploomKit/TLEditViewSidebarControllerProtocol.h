@@ -4,8 +4,8 @@
 #include "Platform/AppKit/NSView.h"
 #include "Typloom/TyploomKit/TLGlyphViewControllerProtocol.h"
 
-/// A tab of the edit view's left sidebar. Implemented by subclasses of `NSViewController`, whose `viewDidAppear`
-/// the host sends whenever the tab comes to be shown.
+/// A tab of the edit view's left sidebar. Implemented by subclasses of `NSViewController`, whose
+/// `viewDidAppear` the host sends whenever the tab comes to be shown.
 class TLEditViewSidebarControllerProtocol {
 public:
     virtual ~TLEditViewSidebarControllerProtocol() = default;
@@ -18,7 +18,8 @@ public:
 /// The class of such a tab, as a value: what the host needs to know before it makes an instance.
 struct TLEditViewSidebarControllerClass {
     std::string name;
-    std::function<std::shared_ptr<TLEditViewSidebarControllerProtocol>()> make; ///< With the plain initialiser.
+    std::function<std::shared_ptr<TLEditViewSidebarControllerProtocol>()>
+        make; ///< With the plain initialiser.
     std::function<std::string()> title;
     std::function<std::shared_ptr<NSImage>()> tabBarImage;
 };

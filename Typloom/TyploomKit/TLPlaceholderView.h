@@ -6,17 +6,17 @@
 /// Stands in for something empty: a title and, below it, a sentence that says what to do. Centred, wrapping.
 class TYPLOOM_API TLPlaceholderView final : public NSView {
 public:
-    TLPlaceholderView();
-
     std::string const& title() const { return m_title; }
     void setTitle(std::string title);
     std::string const& body() const { return m_body; }
     void setBody(std::string body);
 
 private:
+    void ensureLabels();
+
     std::string m_title;
     std::string m_body;
-    std::shared_ptr<NSTextField> m_titleLabel;
+    std::shared_ptr<NSTextField> m_titleLabel; ///< Made for the first text that is set.
     std::shared_ptr<NSTextField> m_bodyLabel;
 };
 
