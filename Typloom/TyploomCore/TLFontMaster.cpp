@@ -24,6 +24,10 @@ void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
     if (!std::isfinite(value)) {
         return;
     }
-    m_values.insert_or_assign(std::string(axisId), value + 0.0);
+    auto const [entry, isNew] = m_values.try_emplace(std::string(axisId), value + 0.0);
+    if (!isNew && entry->second == value) {
+        return;
+    }
+    entry->second = value + 0.0; // -0 becomes 0.
     TLSetNeedsUpdateInterface();
 }
