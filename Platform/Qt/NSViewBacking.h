@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/AppKit/NSView.h"
+#include "Platform/Qt/Conversions.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -30,6 +31,3 @@ PLATFORM_API QWidget* qtWidget(NSView const& view);
 
 /// The view whose widget this is, null for a widget that has none.
 PLATFORM_API NSView* viewOfWidget(QWidget const* widget);
-
-QString toQString(std::string_view text);
-std::string fromQString(QString const& text);
