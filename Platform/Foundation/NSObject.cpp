@@ -9,8 +9,8 @@ NSObject::~NSObject() = default;
 static NSMethod const* findMethod(NSObject const& object, std::string_view selector)
 {
     auto const methods = object.methods();
-    auto const found
-        = std::find_if(methods.begin(), methods.end(), [&](auto const& method) { return method.selector == selector; });
+    auto const found = std::find_if(
+        methods.begin(), methods.end(), [&](auto const& method) { return method.selector == selector; });
     return found == methods.end() ? nullptr : &*found;
 }
 
