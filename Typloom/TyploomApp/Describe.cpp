@@ -1,1 +1,166 @@
-// to be written
+#include "Typloom/TyploomApp/Describe.h"
+
+#include "Platform/AppKit/NSStackView.h"
+#include "Platform/AppKit/NSTableView.h"
+#include "Platform/AppKit/NSTextField.h"
+#include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomApp/TLSidebar.h"
+#include "Typloom/TyploomCore/TLOutline.h"
+#include "Typloom/TyploomKit/TLLandmarkSlider.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+QString text(std::string const& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+/// The first view of a class, this one or one below it that `isWanted` takes; null when there is none.
+template <class View, class Predicate>
+std::shared_ptr<View> findView(std::shared_ptr<NSView> const& view, Predicate const& isWanted)
+{
+    auto const typed = std::dynamic_pointer_cast<View>(view);
+    if (!view || (typed && isWanted(*typed))) {
+        return typed;
+    }
+    for (auto const& subview : view->subviews()) {
+        if (auto found = findView<View>(subview, isWanted)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+template <class View> std::shared_ptr<View> findView(std::shared_ptr<NSView> const& view)
+{
+    return findView<View>(view, [](View const&) { return true; });
+}
+
+template <class View> std::shared_ptr<View> viewNamed(NSView const& row, std::string_view identifier)
+{
+    return std::dynamic_pointer_cast<View>(row.descendantWithIdentifier(identifier));
+}
+
+QJsonArray numbers(std::vector<double> const& values)
+{
+    QJsonArray array;
+    for (auto const value : values) {
+        array.append(value);
+    }
+    return array;
+}
+
+/// The label of the hint that stands in for a slider; null while the slider is shown.
+std::shared_ptr<NSTextField> hintLabel(std::shared_ptr<NSView> const& row)
+{
+    auto const hint = findView<NSStackView>(row, [](NSStackView const& stack) { return !stack.isHidden(); });
+    return findView<NSTextField>(hint);
+}
+
+QJsonObject describeRow(std::shared_ptr<NSView> const& row)
+{
+    QJsonObject object;
+    if (auto const label = viewNamed<NSTextField>(*row, "nameLabel")) {
+        object["name"] = text(label->stringValue());
+    }
+    if (auto const slider = viewNamed<TLLandmarkSlider>(*row, "slider")) {
+        object["enabled"] = slider->isEnabled();
+        object["minimum"] = slider->minValue();
+        object["maximum"] = slider->maxValue();
+        object["value"] = slider->doubleValue();
+        object["landmarks"] = numbers(slider->landmarks().value_or(std::vector<double>()));
+    }
+    if (auto const field = viewNamed<NSTextField>(*row, "valueField")) {
+        object["text"] = text(field->stringValue());
+    }
+    if (auto const label = hintLabel(row)) {
+        object["hint"] = text(label->stringValue());
+    }
+    return object;
+}
+
+QJsonArray describeSections(NSTableView& table)
+{
+    QJsonArray sections;
+    QJsonObject section;
+    QJsonArray rows;
+    auto const finish = [&] {
+        if (!section.isEmpty() || !rows.isEmpty()) {
+            section["rows"] = rows;
+            sections.append(section);
+        }
+    };
+    for (std::size_t i = 0; i < table.numberOfRows(); ++i) {
+        auto const view = table.viewAtColumnRow(0, i, true);
+        if (!table.rows()[i].isGroupRow) {
+            rows.append(view ? describeRow(view) : QJsonObject());
+            continue;
+        }
+        finish();
+        rows = QJsonArray();
+        auto const label = findView<NSTextField>(view);
+        section = QJsonObject { { "title", text(label ? label->stringValue() : std::string()) } };
+    }
+    finish();
+    return sections;
+}
+
+char const* typeName(TLPointType type)
+{
+    switch (type) {
+    case TLPointType::move:
+        return "move";
+    case TLPointType::line:
+        return "line";
+    case TLPointType::curve:
+        return "curve";
+    case TLPointType::qcurve:
+        return "qcurve";
+    case TLPointType::offcurve:
+        break;
+    }
+    return "offcurve";
+}
+
+QJsonObject describeOutline(TLOutline const& outline)
+{
+    QJsonArray contours;
+    for (auto const& contour : outline.contours) {
+        QJsonArray points;
+        for (auto const& point : contour.points) {
+            points.append(
+                QJsonObject { { "x", point.x }, { "y", point.y }, { "type", typeName(point.type) } });
+        }
+        contours.append(points);
+    }
+    QJsonArray components;
+    for (auto const& component : outline.components) {
+        components.append(QJsonObject { { "base", text(component.base) },
+            { "transform", numbers({ component.transform.begin(), component.transform.end() }) } });
+    }
+    return { { "advance", outline.advance }, { "contours", contours }, { "components", components } };
+}
+} // namespace
+
+std::string DescribeWindow(TLDocumentWindow const& window)
+{
+    QJsonObject object { { "state", text(window.stateText()) }, { "tab", "" }, { "sections", QJsonArray() } };
+    auto const sidebar = window.sidebar();
+    if (auto const tab = sidebar ? sidebar->shownTab() : std::nullopt) {
+        object["tab"] = text(sidebar->titleOfTab(*tab));
+        if (auto const table = findView<NSTableView>(sidebar->controllerOfTab(*tab)->view())) {
+            object["sections"] = describeSections(*table);
+        }
+    }
+    QJsonArray report;
+    for (auto const& sentence : window.report()) {
+        report.append(text(sentence));
+    }
+    object["report"] = report;
+    auto const outline = window.editedOutline();
+    object["outline"] = outline ? QJsonValue(describeOutline(*outline)) : QJsonValue();
+    return QJsonDocument(object).toJson(QJsonDocument::Indented).toStdString();
+}

@@ -1,1 +1,152 @@
-int main() { return 1; }
+#include "Platform/Foundation/NSBundle.h"
+#include "Typloom/TyploomApp/CommandLine.h"
+#include "Typloom/TyploomApp/Describe.h"
+#include "Typloom/TyploomApp/NameSearch.h"
+#include "Typloom/TyploomApp/NamedLocation.h"
+#include "Typloom/TyploomApp/Snapshot.h"
+#include "Typloom/TyploomApp/TLApplicationController.h"
+#include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomApp/TLEditViewController.h"
+#include "Typloom/TyploomApp/TLPluginLoader.h"
+#include "Typloom/TyploomCore/TLFont.h"
+#include "Typloom/TyploomKit/TLPlaceholderView.h"
+
+#include <clocale>
+#include <iostream>
+
+#include <QApplication>
+#include <QWidget>
+
+namespace {
+enum ExitStatus { succeeded = 0, failed = 1, misused = 2 };
+
+void complain(std::string const& sentence)
+{
+    std::cerr << "typloom: " << sentence << std::endl;
+}
+
+/// Without a screen the toolkit draws into memory, in one style everywhere.
+void chooseToolkitPlatform(CommandLine const& commandLine)
+{
+    if (commandLine.isOffscreen()) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_STYLE_OVERRIDE", "Fusion");
+    }
+}
+
+void loadPlugins(CommandLine const& commandLine, TLApplicationController& application)
+{
+    TLRegisterViewClasses();
+    TLPluginLoader loader;
+    for (auto const& folder : commandLine.plugins) {
+        loader.load(folder);
+    }
+    loader.loadStandardFolders();
+    for (auto const& problem : loader.problems()) {
+        complain(problem);
+        application.addToReport(problem);
+    }
+}
+
+/// Shows what the command line names in the window. A sentence when a name is not there.
+std::optional<std::string> goTo(CommandLine const& commandLine, TLDocumentWindow& window)
+{
+    auto const font = window.font();
+    if (commandLine.text) {
+        window.setText(*commandLine.text);
+    }
+    if (commandLine.glyph && !window.showGlyph(*commandLine.glyph)) {
+        return "There is no glyph '" + *commandLine.glyph + "' in the family; there are "
+            + ListOfNamesLike(*commandLine.glyph, font->glyphNames());
+    }
+    if (commandLine.location.empty()) {
+        return std::nullopt;
+    }
+    auto const layer = window.editViewController()->activeLayer();
+    auto const glyph = layer ? layer->glyph() : nullptr;
+    auto const named = LocationForNames(commandLine.location, *font, glyph.get());
+    if (named.error) {
+        return named.error;
+    }
+    for (auto const& note : named.notes) {
+        complain(note);
+    }
+    window.goToLocation(named.location);
+    return std::nullopt;
+}
+
+ExitStatus writeOutputs(CommandLine const& commandLine, TLDocumentWindow& window)
+{
+    window.widget()->setFixedSize(commandLine.size.width, commandLine.size.height);
+    SettleEvents();
+    for (auto const& sentence : window.report()) {
+        complain(sentence);
+    }
+    if (commandLine.snapshot) {
+        if (auto const problem = WriteSnapshot(*window.widget(), *commandLine.snapshot)) {
+            complain(*problem);
+            return failed;
+        }
+    }
+    if (commandLine.describe) {
+        std::cout << DescribeWindow(window) << std::flush;
+    }
+    return std::cout ? succeeded : failed;
+}
+
+/// A family that cannot be read is told in a dialog too where a person can see one.
+ExitStatus reportUnreadable(std::string const& sentence, TLApplicationController& application)
+{
+    complain(sentence);
+    if (QGuiApplication::platformName() == "offscreen" || QGuiApplication::platformName() == "minimal") {
+        return failed;
+    }
+    application.openInvitation()->showError(sentence);
+    QApplication::exec();
+    return failed;
+}
+
+int run(CommandLine const& commandLine)
+{
+    TLApplicationController application;
+    loadPlugins(commandLine, application);
+    if (!commandLine.family) {
+        application.openInvitation()->widget()->resize(commandLine.size.width, commandLine.size.height);
+        return QApplication::exec();
+    }
+    auto const outcome = application.open(*commandLine.family);
+    if (!outcome.window) {
+        return reportUnreadable(outcome.error, application);
+    }
+    auto& window = *outcome.window;
+    window.widget()->resize(commandLine.size.width, commandLine.size.height);
+    if (auto const problem = goTo(commandLine, window)) {
+        complain(*problem);
+        return failed;
+    }
+    return commandLine.isOffscreen() ? writeOutputs(commandLine, window) : QApplication::exec();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string> const arguments(argv + 1, argv + argc);
+    auto const parsed = ParseCommandLine(arguments);
+    if (auto const* error = std::get_if<CommandLineError>(&parsed)) {
+        complain(error->sentence);
+        return misused;
+    }
+    auto const& commandLine = std::get<CommandLine>(parsed);
+    if (commandLine.help || commandLine.version) {
+        std::cout << (commandLine.help ? CommandLineHelp() : std::string("typloom " TYPLOOM_VERSION "\n"));
+        return succeeded;
+    }
+    chooseToolkitPlatform(commandLine);
+    int toolkitArguments = 1; // The toolkit's own options are none of ours.
+    QApplication application(toolkitArguments, argv);
+    std::setlocale(LC_NUMERIC, "C"); // The toolkit has set the user's, which would reach into files.
+    QApplication::setApplicationName("Typloom");
+    QApplication::setApplicationVersion(TYPLOOM_VERSION);
+    NSBundle::setMainBundlePath(QApplication::applicationDirPath().toStdString());
+    return run(commandLine);
+}
