@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Rules that no compiler checks. Prints each offence with file and line; status 1 when there is one.
+
+lint.py numbers   no function that reads or writes numbers by the process's locale
+lint.py strings   each text of the plug-in is in its table, with that English text, and the other way round
+"""
+
+import re
+import subprocess
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+# A locale of the user's would turn 1.5 into 1 or "1,5". Numbers go through NSNumberFromText,
+# NSNumberDescription or <charconv>.
+NUMBERS = re.compile(
+    r"\b(strto(d|f|ld)|sto(d|f|ld)|atof|as_(double|float)|sscanf|istringstream|toDouble|toFloat)\s*\("
+    r"|\bset_value\s*\(\s*[0-9]*\.[0-9]"
+    r"|printf[^;]*%[-+ #0-9.*]*l?[aefgAEFG]\b"
+    r"|std::to_string\s*\([^)]*(double|float)")
+# Where the user's locale is what is wanted, or where the toolkit's own form of a number is.
+NUMBERS_ALLOWED = {"Platform/Foundation/NSNumberFormatter.cpp"}
+LITERALS = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'
+# The plug-in's own look-up gives the bundle by itself; both take key, English text and comment.
+LOOKUP = re.compile(r"\b(?:Moravel|NS)LocalizedString\s*\(\s*" + LITERALS + r",\s*(?:[^\",]+,\s*)?" + LITERALS + r",\s*" + LITERALS)
+ENTRY = re.compile(r'/\*(.*?)\*/|"((?:[^"\\]|\\.)*)"\s*=\s*"((?:[^"\\]|\\.)*)"\s*;', re.S)
+
+
+def sources(*folders):
+    names = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z", "--", *folders],
+                           cwd=ROOT, check=True, capture_output=True, text=True).stdout.split("\0")
+    return [ROOT / name for name in names if name.endswith((".h", ".cpp")) and (ROOT / name).exists()]
+
+
+def line_of(text, position):
+    return text.count("\n", 0, position) + 1
+
+
+def number_offences(text):
+    """(line, what) of each use; a comment is no use."""
+    bare = re.sub(r"//[^\n]*", lambda m: " " * len(m.group()), text)
+    return [(line_of(bare, m.start()), m.group().split("\n")[0]) for m in NUMBERS.finditer(bare)]
+
+
+def joined(literals):
+    """C++ literals side by side as one text, as they stand between the quotes."""
+    return "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', literals))
+
+
+def lookups(text):
+    """(line, key, English text) of each look-up whose arguments are literals."""
+    return [(line_of(text, m.start()), joined(m.group(1)), joined(m.group(2))) for m in LOOKUP.finditer(text)]
+
+
+def entries(text):
+    return {m.group(2): m.group(3) for m in ENTRY.finditer(text) if m.group(2) is not None}
+
+
+def compare(found, table):
+    """Offences of `found`, (place, key, English), against a table of key to English."""
+    out, keys = [], set()
+    for place, key, english in found:
+        keys.add(key)
+        if key not in table:
+            out.append(f'{place}: "{key}" is not in the table')
+        elif table[key] != english:
+            out.append(f'{place}: "{key}" is "{english}" here and "{table[key]}" in the table')
+    return out + [f'"{key}" of the table is looked up nowhere' for key in table if key not in keys]
+
+
+def numbers():
+    out = []
+    for path in sources("Platform", "Typloom", "Moravel"):
+        name = str(path.relative_to(ROOT))
+        if name not in NUMBERS_ALLOWED:
+            out += [f"{name}:{line}: {what}" for line, what in number_offences(path.read_text(encoding="utf-8"))]
+    return out
+
+
+def strings():
+    found, calls = [], 0
+    for path in sources("Moravel"):
+        text = path.read_text(encoding="utf-8")
+        calls += len(re.findall(r"\bMoravelLocalizedString\s*\(\s*\"", text))
+        found += [(f"{path.relative_to(ROOT)}:{line}", key, english) for line, key, english in lookups(text)]
+    table = entries((ROOT / "Moravel/Resources/en.lproj/Localizable.strings").read_text(encoding="utf-8"))
+    out = compare(found, table)
+    if calls > len(found):
+        out.append(f"{calls - len(found)} look-ups are written in a form that this check cannot read")
+    if not found:
+        out.append("No look-up found")
+    return out
+
+
+def self_test():
+    """The rules find what they are for, and nothing else."""
+    for bad in ("double x = std::strtod(s, nullptr);", "node.attribute(\"x\").as_double()", "printf(\"%.2f\", x)",
+                "std::stod(text)", "fprintf(f, \"%s %g\\n\", a, b)"):
+        assert number_offences(bad), bad
+    for good in ("// never strtod()", "std::from_chars(a, b, x)", "std::fprintf(stderr, \"%s\\n\", a)", "printf(\"%d\", 1)"):
+        assert not number_offences(good), good
+    call = 'return MoravelLocalizedString(\n "a.key", "One "\n "text.", "For translators");'
+    assert lookups(call) == [(1, "a.key", "One text.")]
+    table = entries('/* "No" = "entry"; */\n"a.key" = "One text.";')
+    assert table == {"a.key": "One text."} and not compare([("f", "a.key", "One text.")], table)
+    assert compare([("f", "a.key", "Other")], table) and compare([("f", "b", "B")], {}) and compare([], table)
+
+
+def main(arguments):
+    if arguments == ["--self-test"]:
+        self_test()
+        return 0
+    rules = {"numbers": numbers, "strings": strings}
+    if len(arguments) != 1 or arguments[0] not in rules:
+        print(__doc__)
+        return 2
+    offences = rules[arguments[0]]()
+    for offence in offences:
+        print(offence)
+    return 1 if offences else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
