@@ -1,6 +1,6 @@
 #include "Typloom/TyploomCore/TLAxis.h"
 
-#include "Typloom/TyploomCore/TLUpdateInterface.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 
 #include <cmath>
 #include <random>
@@ -39,7 +39,7 @@ void TLAxis::setName(std::string name)
         return;
     }
     m_name = std::move(name);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLAxis::setDefaultValue(double value)
@@ -48,7 +48,7 @@ void TLAxis::setDefaultValue(double value)
         return;
     }
     m_defaultValue = value + 0.0; // -0 becomes 0.
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLAxis::setBounds(double minimum, double maximum)
@@ -58,5 +58,5 @@ void TLAxis::setBounds(double minimum, double maximum)
     }
     m_minimum = minimum + 0.0;
     m_maximum = maximum + 0.0;
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }

@@ -1,5 +1,6 @@
 #include "Typloom/TyploomCore/TLFont.h"
 
+#include "Typloom/TyploomCore/DocumentRevision.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 #include "Typloom/TyploomCore/TLVariationCache.h"
 #include "Typloom/TyploomCore/UpdateSuspension.h"
@@ -80,7 +81,7 @@ void TLFont::didChangeMasters()
     for (std::size_t index = 0; index < m_masters.size(); ++index) {
         m_masterIndexes.try_emplace(m_masters[index]->id(), index);
     }
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 std::shared_ptr<TLAxis> TLFont::axisForId(std::string_view axisId) const
@@ -113,7 +114,7 @@ void TLFont::didChangeAxes()
     for (std::size_t index = 0; index < m_axes.size(); ++index) {
         m_axisIndexes.try_emplace(m_axes[index]->axisId(), index);
     }
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 std::shared_ptr<TLGlyph> TLFont::glyphForName(std::string_view name) const
@@ -171,7 +172,7 @@ std::optional<std::string> TLFont::glyphNameForCharacter(char32_t character) con
 void TLFont::setGlyphSource(std::shared_ptr<TLGlyphSource> source)
 {
     m_source = std::move(source);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLFont::insertGlyph(std::shared_ptr<TLGlyph> const& glyph)
@@ -184,7 +185,7 @@ void TLFont::insertGlyph(std::shared_ptr<TLGlyph> const& glyph)
     if (std::find(m_insertedNames.begin(), m_insertedNames.end(), glyph->name()) == m_insertedNames.end()) {
         m_insertedNames.push_back(glyph->name());
     }
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLFont::addToReport(std::string sentence) const

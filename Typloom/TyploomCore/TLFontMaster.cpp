@@ -1,6 +1,6 @@
 #include "Typloom/TyploomCore/TLFontMaster.h"
 
-#include "Typloom/TyploomCore/TLUpdateInterface.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 
 #include <cmath>
 
@@ -10,7 +10,7 @@ void TLFontMaster::setName(std::string name)
         return;
     }
     m_name = std::move(name);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 double TLFontMaster::axisInternalValueValueForId(std::string_view axisId) const
@@ -29,5 +29,5 @@ void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
         return;
     }
     entry->second = value + 0.0; // -0 becomes 0.
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }

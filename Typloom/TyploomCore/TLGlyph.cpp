@@ -1,7 +1,7 @@
 #include "Typloom/TyploomCore/TLGlyph.h"
 
 #include "Typloom/TyploomCore/TLFont.h"
-#include "Typloom/TyploomCore/TLUpdateInterface.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 
 #include <algorithm>
 #include <utility>
@@ -63,7 +63,7 @@ void TLGlyph::insertLayer(std::shared_ptr<TLLayer> const& layer)
     auto const index = indexForInserting(*layer);
     m_workingLayers.insert(layer, index);
     m_trueLayers.insert(layer, index);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLGlyph::removeLayer(std::string_view layerId)
@@ -74,7 +74,7 @@ void TLGlyph::removeLayer(std::string_view layerId)
     std::string const identifier(layerId); // The argument may belong to the layer that goes.
     m_workingLayers.remove(identifier);
     m_trueLayers.remove(identifier);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLGlyph::insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std::size_t index)
@@ -83,7 +83,7 @@ void TLGlyph::insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std
         return;
     }
     m_axes.insert(m_axes.begin() + static_cast<std::ptrdiff_t>(std::min(index, m_axes.size())), axis);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLGlyph::removeObjectFromAxesAtIndex(std::size_t index)
@@ -92,7 +92,7 @@ void TLGlyph::removeObjectFromAxesAtIndex(std::size_t index)
         return;
     }
     m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 std::vector<std::shared_ptr<TLAxis>> TLGlyph::allAxes() const

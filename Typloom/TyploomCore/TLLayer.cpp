@@ -2,7 +2,7 @@
 
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
-#include "Typloom/TyploomCore/TLUpdateInterface.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 
 TLLayer::TLLayer(std::shared_ptr<Data> data)
     : m_data(std::move(data))
@@ -64,7 +64,7 @@ void TLLayer::setCoordinates(TLCoordinates coordinates)
         return;
     }
     m_data->coordinates = std::move(coordinates);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }
 
 void TLLayer::setOutline(TLOutline outline)
@@ -73,5 +73,5 @@ void TLLayer::setOutline(TLOutline outline)
         return;
     }
     m_data->outline = std::move(outline);
-    TLSetNeedsUpdateInterface();
+    documentDidChange();
 }

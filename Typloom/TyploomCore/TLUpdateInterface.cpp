@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/NSMainQueue.h"
 #include "Platform/Foundation/NSNotificationCenter.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 #include "Typloom/TyploomCore/UpdateSuspension.h"
 
 #include <atomic>
@@ -11,6 +12,7 @@ std::string const TLUpdateInterface = "TLUpdateInterface";
 namespace {
 
 std::atomic<bool> s_updateIsPending { false };
+std::atomic<std::uint64_t> s_revision { 1 };
 thread_local int t_suspensions = 0;
 
 } // namespace
@@ -35,4 +37,15 @@ void TLSetNeedsUpdateInterface()
         s_updateIsPending = false;
         NSNotificationCenter::defaultCenter().post(TLUpdateInterface);
     });
+}
+
+std::uint64_t documentRevision()
+{
+    return s_revision;
+}
+
+void documentDidChange()
+{
+    ++s_revision; // While updates are suspended too: that hides changes from people, not from caches.
+    TLSetNeedsUpdateInterface();
 }
