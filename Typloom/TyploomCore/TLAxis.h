@@ -36,6 +36,11 @@ public:
     void setDiscreteValues(std::vector<double> values) { m_discreteValues = std::move(values); }
     bool isDiscrete() const { return !m_discreteValues.empty(); }
 
+    /// Of an axis that moves several dimensions at once: their identifiers. A layer that stands off
+    /// the axis has coordinates under them, and none under the axis. Usually empty.
+    std::vector<std::string> const& partIds() const { return m_partIds; }
+    void setPartIds(std::vector<std::string> partIds) { m_partIds = std::move(partIds); }
+
 private:
     std::string m_axisId;
     std::string m_name;
@@ -45,4 +50,5 @@ private:
     double m_maximum { 0 };
     bool m_hidden { false };
     std::vector<double> m_discreteValues;
+    std::vector<std::string> m_partIds;
 };

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The finite number that the whole text stands for, whatever the process's locale: digits, a full
+/// stop, an exponent. None for anything else (a plus sign, blanks, hexadecimal, a comma, "nan"),
+/// and never a negative zero.
+std::optional<double> parseNumber(std::string_view text);
+
+/// The number of hexadecimal digits only; none for other text and for what is no character.
+std::optional<char32_t> parseCharacter(std::string_view hexadecimal);
+
+/// The shortest text that reads back as the same number.
+std::string describeNumber(double number);
+
+/// Coordinates beyond this cannot be told apart to a tenth any more and are not taken.
+inline constexpr double largestCoordinate = 1e15;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What is wrong with a text before any parser may see it.
+struct XmlScanProblem {
+    std::size_t offset { 0 };
+    std::string reason;
+    bool operator==(XmlScanProblem const&) const = default;
+};
+
+/// The first thing because of which a text is not parsed at all: it is empty, no XML, no UTF-8,
+/// declares entities, or nests elements deeper than `xmlDepthLimit`. One pass, no recursion.
+std::optional<XmlScanProblem> findXmlProblem(std::string_view text);
+
+inline constexpr std::size_t xmlDepthLimit = 256;
+
+/// Line of an offset, from 1.
+std::size_t lineOfOffset(std::string_view text, std::size_t offset);
