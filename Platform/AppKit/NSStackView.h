@@ -16,9 +16,6 @@ public:
     double spacing() const { return m_spacing; }
     void setSpacing(double points);
 
-    void layoutSubtreeIfNeeded() override;
-    NSSize fittingSize() const override;
-
 private:
     NSLayoutOrientation m_orientation { NSLayoutOrientation::horizontal };
     NSStackViewAlignment m_alignment { NSStackViewAlignment::centerY };

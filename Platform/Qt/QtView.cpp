@@ -46,6 +46,9 @@ bool QtView::event(QEvent* event)
     if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::LayoutDirectionChange) {
         if (auto* view = viewOfWidget(this)) {
             applyConstraints(*view);
+            if (!layout() && !view->backing().constraints.empty()) {
+                updateGeometry(); // What its constraints need may have changed.
+            }
         }
     }
     return result;
