@@ -27,8 +27,11 @@ GlyphSources::GlyphSources(TLGlyph const& glyph)
 void GlyphSources::collectAxes(TLGlyph const& glyph)
 {
     auto add = [this](TLAxis const& axis, bool isOfGlyph) {
-        m_axes.push_back({ axis.axisId(), axis.name(), isOfGlyph,
-            { axis.minimum(), axis.defaultValue(), axis.maximum(), axis.isDiscrete() } });
+        auto const partIds = axis.partIds().empty() ? std::vector { axis.axisId() } : axis.partIds();
+        for (auto const& partId : partIds) {
+            m_axes.push_back({ axis.axisId(), partId, axis.name(), isOfGlyph,
+                { axis.minimum(), axis.defaultValue(), axis.maximum(), axis.isDiscrete() } });
+        }
     };
     std::unordered_set<std::string_view> ownNames;
     for (auto const& axis : glyph.axes()) {
@@ -44,6 +47,7 @@ void GlyphSources::collectAxes(TLGlyph const& glyph)
     }
     for (std::size_t column = 0; column < m_axes.size(); ++column) {
         m_columns.try_emplace(m_axes[column].axisId, column);
+        m_columns.try_emplace(m_axes[column].partId, column);
     }
 }
 
@@ -76,8 +80,15 @@ void GlyphSources::addPlace(TLLayer::Data const& layer, TLFontMaster const* mast
     for (auto const& [axisId, value] : layer.coordinates) {
         auto const column = m_columns.find(axisId);
         bool const counts = column != m_columns.end() && (!master || m_axes[column->second].isOfGlyph);
-        if (counts && std::isfinite(value)) {
-            m_places[start + column->second] = value;
+        if (!counts || !std::isfinite(value)) {
+            continue;
+        }
+        // The columns of an axis of several dimensions are neighbours.
+        auto const& axis = m_axes[column->second].axisId;
+        for (auto at = column->second; at < m_axes.size() && m_axes[at].axisId == axis; ++at) {
+            if (m_axes[at].axisId == axisId || m_axes[at].partId == axisId) {
+                m_places[start + at] = value;
+            }
         }
     }
 }

@@ -23,9 +23,11 @@ private:
 /// A glyph as interpolation sees it: its axes, and its layers with their true places.
 class GlyphSources {
 public:
-    /// An axis of the glyph's own, or one of the font's that none of those hides by its name.
+    /// An axis of the glyph's own, or one of the font's that none of those hides by its name. An axis
+    /// of several dimensions is there once for each, all moved by its one value.
     struct Axis {
         std::string axisId;
+        std::string partId; ///< Of the dimension; the axis identifier where it is the only one.
         std::string name;
         bool isOfGlyph { false };
         VariationAxis values;
@@ -65,6 +67,7 @@ private:
     std::vector<Axis> m_axes;
     std::vector<Source> m_sources;
     std::vector<double> m_places;
-    std::unordered_map<std::string_view, std::size_t> m_columns; ///< Axes by identifier.
+    /// First column of each axis, and that of each dimension, by identifier.
+    std::unordered_map<std::string_view, std::size_t> m_columns;
     std::vector<std::size_t> m_shapes; ///< The first source of each shape met so far.
 };
