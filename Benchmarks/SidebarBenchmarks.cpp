@@ -64,7 +64,7 @@ public:
     /// The row of the first font axis.
     std::shared_ptr<AxisCellView> firstRow()
     {
-        return std::dynamic_pointer_cast<AxisCellView>(sidebar().tableView()->viewAtColumn(0, 1, true));
+        return std::dynamic_pointer_cast<AxisCellView>(sidebar().tableView()->viewAtColumnRow(0, 1, true));
     }
 
 private:
