@@ -48,7 +48,8 @@ public:
         auto const& [factors, isOfNearestSlice] = std::get<VariationSlices::Instance>(instance);
         auto result = sum(factors);
         if (isOfNearestSlice && !result.problem) {
-            result.problem = sentence("it has no source at the default where " + discretePlace());
+            result.reason = "it has no source at the default where " + discretePlace();
+            result.problem = sentence(result.reason);
         }
         return result;
     }
@@ -96,7 +97,7 @@ private:
             return { source.layer->outline, std::nullopt };
         }
         return { source.layer->outline,
-            sentence(reason + "; the nearest source, " + quoted(source.name) + ", is shown") };
+            sentence(reason + "; the nearest source, " + quoted(source.name) + ", is shown"), reason, source.name };
     }
 
     TLInterpolatedOutline sum(std::vector<SourceFactor> const& factors)

@@ -7,6 +7,8 @@ struct TLInterpolatedOutline {
     TLOutline outline;
     /// Why this is the nearest source and no interpolation, a sentence; none when all is well.
     std::optional<std::string> problem;
+    std::string reason {}; ///< The clause of `problem` that says why; empty when all is well.
+    std::string nearestSource {}; ///< Name of the source that is shown for that reason; can be empty.
 };
 
 /// The glyph's own outline at a place (design coordinates; axes that the place does not name stand
