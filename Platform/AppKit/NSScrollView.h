@@ -9,7 +9,7 @@ class NSTableView;
 class PLATFORM_API NSClipView final : public NSObject {
 public:
     explicit NSClipView(NSTableView& table)
-        : m_table(&table)
+        : m_table(table)
     {
     }
     NSRect bounds() const; ///< In the document's coordinates.
@@ -19,8 +19,7 @@ public:
     void scrollToPoint(NSPoint point);
 
 private:
-    friend class NSTableView;
-    NSTableView* m_table; ///< Null after the table's end.
+    NSTableView& m_table;
     NSEdgeInsets m_insets;
 };
 
@@ -28,7 +27,8 @@ private:
 class PLATFORM_API NSScrollView final : public NSObject {
 public:
     explicit NSScrollView(NSTableView& table)
-        : m_contentView(std::make_shared<NSClipView>(table))
+        : m_table(table)
+        , m_contentView(std::make_shared<NSClipView>(table))
     {
     }
     std::shared_ptr<NSClipView> const& contentView() const { return m_contentView; }
@@ -36,5 +36,6 @@ public:
     void reflectScrolledClipView(std::shared_ptr<NSClipView> const& clipView);
 
 private:
+    NSTableView& m_table;
     std::shared_ptr<NSClipView> m_contentView;
 };

@@ -1,1 +1,361 @@
-// to be written
+#include "Typloom/TyploomApp/TLDocumentWindow.h"
+
+#include "Platform/Foundation/NSNotificationCenter.h"
+#include "Platform/Qt/Conversions.h"
+#include "Platform/Qt/NSViewBacking.h"
+#include "Typloom/TyploomApp/TLDocumentEditViewController.h"
+#include "Typloom/TyploomApp/TLDocumentMenus.h"
+#include "Typloom/TyploomApp/TLDocumentToolbar.h"
+#include "Typloom/TyploomApp/TLDocumentWindowController.h"
+#include "Typloom/TyploomApp/TLInvitationView.h"
+#include "Typloom/TyploomApp/TLLineText.h"
+#include "Typloom/TyploomApp/TLSidebar.h"
+#include "Typloom/TyploomApp/TLStateText.h"
+#include "Typloom/TyploomApp/TLStatusStrip.h"
+#include "Typloom/TyploomCore/TLUpdateInterface.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPointer>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace {
+
+using PathHandler = std::function<void(std::filesystem::path const&)>;
+
+std::filesystem::path toPath(QString const& file)
+{
+    auto const bytes = QFile::encodeName(file); // Names of files are bytes, not text.
+    return { bytes.toStdString() };
+}
+
+/// The designspace files among what is dragged.
+std::vector<std::filesystem::path> familiesIn(QMimeData const& data)
+{
+    std::vector<std::filesystem::path> files;
+    for (auto const& url : data.urls()) {
+        if (url.isLocalFile() && url.path().endsWith(".designspace", Qt::CaseInsensitive)) {
+            files.push_back(toPath(url.toLocalFile()));
+        }
+    }
+    return files;
+}
+
+class MainWindow final : public QMainWindow {
+public:
+    PathHandler didChooseFile;
+    std::function<void()> didClose;
+
+    MainWindow()
+    {
+        setAcceptDrops(true);
+        resize(1200, 800);
+    }
+
+    void chooseFile()
+    {
+        auto* const dialog = new QFileDialog(this, "Open a family");
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setFileMode(QFileDialog::ExistingFile);
+        dialog->setNameFilters({ "Designspace families (*.designspace)", "All files (*)" });
+        connect(
+            dialog, &QFileDialog::fileSelected, this, [this](QString const& file) { take(toPath(file)); });
+        dialog->open();
+    }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override
+    {
+        if (!familiesIn(*event->mimeData()).empty()) {
+            event->acceptProposedAction();
+        }
+    }
+    void dropEvent(QDropEvent* event) override
+    {
+        auto const families = familiesIn(*event->mimeData());
+        event->acceptProposedAction();
+        for (auto const& file : families) {
+            take(file);
+        }
+    }
+    void closeEvent(QCloseEvent* event) override
+    {
+        event->accept();
+        if (didClose) {
+            didClose();
+        }
+    }
+
+private:
+    void take(std::filesystem::path const& file)
+    {
+        if (didChooseFile) {
+            didChooseFile(file);
+        }
+    }
+};
+
+/// Tells a window that the interface is to be brought up to date.
+class InterfaceObserver final : public NSObject {
+public:
+    explicit InterfaceObserver(std::function<void()> update)
+        : m_update(std::move(update))
+    {
+    }
+    std::span<NSMethod const> methods() const override
+    {
+        static std::array const methods {
+            NSMethodMake("didUpdateInterface:", &InterfaceObserver::didUpdateInterface),
+        };
+        return methods;
+    }
+    void didUpdateInterface(std::shared_ptr<NSNotification> const&) { m_update(); }
+
+private:
+    std::function<void()> m_update;
+};
+
+} // namespace
+
+/// Members are released from the last to the first: views before the widgets that hold them.
+struct TLDocumentWindow::Impl {
+    std::unique_ptr<MainWindow> window { std::make_unique<MainWindow>() };
+    std::vector<std::string> ownReport;
+    std::shared_ptr<TLEditState> state;
+    std::shared_ptr<TLDocumentWindowController> windowController;
+    std::shared_ptr<TLDocumentEditViewController> editViewController;
+    std::unique_ptr<TLStatusStrip> statusStrip;
+    std::unique_ptr<TLDocumentToolbar> toolbar;
+    std::shared_ptr<TLSidebar> sidebar;
+    std::shared_ptr<InterfaceObserver> observer;
+
+    std::shared_ptr<TLLineEditView> const& lineView() const { return editViewController->lineView(); }
+
+    void showInvitation()
+    {
+        auto const open = [this] { window->chooseFile(); };
+        window->setCentralWidget(TLMakeInvitationView(open));
+        window->setWindowTitle("Typloom");
+        TLMenuCommands commands;
+        commands.open = open;
+        TLInstallMenus(*window, commands);
+    }
+
+    void showFamily(std::shared_ptr<TLFont> font)
+    {
+        state = std::make_shared<TLEditState>(std::move(font));
+        state->setGlyphNames(TLDefaultGlyphNames(*state->font()), 0);
+        state->select({ .location = state->line().objects().size() / 2, .length = 0 });
+        windowController = std::make_shared<TLDocumentWindowController>(state);
+        editViewController = std::make_shared<TLDocumentEditViewController>(state, windowController);
+        editViewController->init();
+        statusStrip = std::make_unique<TLStatusStrip>();
+        toolbar = std::make_unique<TLDocumentToolbar>(state, lineView());
+        sidebar = std::make_shared<TLSidebar>(editViewController);
+        layOut();
+        installMenus();
+        follow();
+        update();
+        qtWidget(*lineView())->setFocus();
+    }
+
+    void layOut()
+    {
+        auto* const column = new QWidget;
+        auto* const layout = new QVBoxLayout(column);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        layout->addWidget(toolbar->widget());
+        layout->addWidget(qtWidget(*editViewController->view()), 1);
+        layout->addWidget(statusStrip->widget());
+        auto* const splitter = new QSplitter(Qt::Horizontal);
+        splitter->setChildrenCollapsible(false);
+        splitter->addWidget(sidebar->widget());
+        splitter->addWidget(column);
+        splitter->setStretchFactor(0, 0);
+        splitter->setStretchFactor(1, 1);
+        splitter->setSizes({ 300, 900 });
+        window->setCentralWidget(splitter);
+        window->setWindowTitle(title());
+    }
+
+    QString title() const
+    {
+        auto const& font = *state->font();
+        auto const file = toQString(font.path().filename().string());
+        auto const family = toQString(font.familyName());
+        return (family.isEmpty()        ? file
+                       : file.isEmpty() ? family
+                                        : family + " (" + file + ")")
+            + " — Typloom";
+    }
+
+    void installMenus()
+    {
+        constexpr double zoomStep = 1.25;
+        auto const zoom = [this](double factor) {
+            auto const size = lineView()->bounds().size;
+            lineView()->zoomBy(factor, { size.width / 2, size.height / 2 });
+        };
+        TLMenuCommands commands;
+        commands.open = [this] { window->chooseFile(); };
+        commands.zoomIn = [zoom] { zoom(zoomStep); };
+        commands.zoomOut = [zoom] { zoom(1 / zoomStep); };
+        commands.zoomToFit = [this] { lineView()->zoomToFit(); };
+        commands.findGlyph = [this] { toolbar->focusGlyphField(); };
+        commands.editText = [this] { toolbar->focusTextField(); };
+        commands.previousGlyph = [this] { toolbar->chooseNeighbouringGlyph(-1); };
+        commands.nextGlyph = [this] { toolbar->chooseNeighbouringGlyph(1); };
+        TLInstallMenus(*window, commands);
+    }
+
+    /// The window's own controls follow at once; the views wait for the interface update.
+    void follow()
+    {
+        state->setObserver([this] {
+            update();
+            lineView()->setNeedsDisplay(true);
+        });
+        lineView()->setProblemObserver([this] { update(); });
+        observer = std::make_shared<InterfaceObserver>([this] { update(); });
+        NSNotificationCenter::defaultCenter().addObserver(observer, "didUpdateInterface:", TLUpdateInterface);
+    }
+
+    void update()
+    {
+        toolbar->update();
+        statusStrip->setText(TLStateText(*state, lineView()->knownProblem()));
+        statusStrip->setReport(report());
+    }
+
+    std::vector<std::string> report() const
+    {
+        auto sentences = ownReport;
+        if (state) {
+            auto const& familyReport = state->font()->report();
+            sentences.insert(sentences.end(), familyReport.begin(), familyReport.end());
+        }
+        return sentences;
+    }
+};
+
+TLDocumentWindow::TLDocumentWindow(std::shared_ptr<TLFont> font)
+    : m_impl(std::make_unique<Impl>())
+{
+    font ? m_impl->showFamily(std::move(font)) : m_impl->showInvitation();
+}
+
+TLDocumentWindow::~TLDocumentWindow()
+{
+    m_impl->window->didClose = nullptr;
+    if (m_impl->state) {
+        m_impl->state->setObserver(nullptr);
+        m_impl->lineView()->setProblemObserver(nullptr);
+    }
+}
+
+QWidget* TLDocumentWindow::widget() const
+{
+    return m_impl->window.get();
+}
+
+std::shared_ptr<TLFont> TLDocumentWindow::font() const
+{
+    return m_impl->state ? m_impl->state->font() : nullptr;
+}
+
+void TLDocumentWindow::setFont(std::shared_ptr<TLFont> font)
+{
+    if (font && !m_impl->state) {
+        m_impl->showFamily(std::move(font));
+    }
+}
+
+std::shared_ptr<TLEditViewController> TLDocumentWindow::editViewController() const
+{
+    return m_impl->editViewController;
+}
+
+std::shared_ptr<TLSidebar> TLDocumentWindow::sidebar() const
+{
+    return m_impl->sidebar;
+}
+
+void TLDocumentWindow::setText(std::string const& text)
+{
+    if (m_impl->state) {
+        m_impl->toolbar->setText(text);
+    }
+}
+
+bool TLDocumentWindow::showGlyph(std::string const& name)
+{
+    if (!m_impl->state || !m_impl->state->font()->glyphForName(name)) {
+        return false;
+    }
+    m_impl->state->setGlyphNames({ name }, 0);
+    m_impl->lineView()->centreEditedGlyph();
+    return true;
+}
+
+void TLDocumentWindow::goToLocation(TLLocation const& location)
+{
+    if (m_impl->state) {
+        m_impl->state->goToLocation(location);
+    }
+}
+
+std::string TLDocumentWindow::stateText() const
+{
+    if (!m_impl->state) {
+        return {};
+    }
+    m_impl->lineView()->noticeProblem(); // Whether the sources fit is known only once they were drawn.
+    m_impl->update();
+    return m_impl->statusStrip->text();
+}
+
+std::optional<TLOutline> TLDocumentWindow::editedOutline() const
+{
+    auto const shape = m_impl->state ? m_impl->lineView()->editedShape() : nullptr;
+    return shape ? std::optional(shape->outline) : std::nullopt;
+}
+
+std::vector<std::string> TLDocumentWindow::report() const
+{
+    return m_impl->report();
+}
+
+void TLDocumentWindow::addToReport(std::string sentence)
+{
+    m_impl->ownReport.push_back(std::move(sentence));
+    if (m_impl->state) {
+        m_impl->update();
+    }
+}
+
+void TLDocumentWindow::showError(std::string const& sentence)
+{
+    auto* const box = new QMessageBox(
+        QMessageBox::Warning, "Typloom", toQString(sentence), QMessageBox::Ok, m_impl->window.get());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->open();
+}
+
+void TLDocumentWindow::setOpenHandler(PathHandler handler)
+{
+    m_impl->window->didChooseFile = std::move(handler);
+}
+
+void TLDocumentWindow::setCloseHandler(std::function<void()> handler)
+{
+    m_impl->window->didClose = std::move(handler);
+}

@@ -31,7 +31,8 @@ public:
     std::shared_ptr<TLEditViewController> editViewController() const; ///< Null without a family.
     std::shared_ptr<TLSidebar> sidebar() const; ///< Null without a family.
 
-    /// Puts characters into the line; the first one's glyph is edited. A character without a glyph is left out.
+    /// Puts characters into the line; the first one's glyph is edited. A character without a glyph is left
+    /// out.
     void setText(std::string const& text);
     /// Shows the glyph of that name alone in the line, edited. False when the font has none.
     bool showGlyph(std::string const& name);

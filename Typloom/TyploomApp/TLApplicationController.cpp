@@ -1,0 +1,131 @@
+#include "Typloom/TyploomApp/TLApplicationController.h"
+
+#include "Platform/Foundation/NSMainQueue.h"
+#include "Typloom/Formats/DesignspaceReader.h"
+#include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomCore/TLFont.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+namespace {
+
+/// The same for every way of naming a file.
+std::filesystem::path canonicalPath(std::filesystem::path const& path)
+{
+    std::error_code error;
+    auto canonical = std::filesystem::weakly_canonical(path, error);
+    return error ? path : canonical;
+}
+
+void raise(TLDocumentWindow const& window)
+{
+    window.widget()->show();
+    window.widget()->raise();
+    window.widget()->activateWindow();
+}
+
+} // namespace
+
+struct TLApplicationController::Impl {
+    struct Entry {
+        std::shared_ptr<TLDocumentWindow> window;
+        std::filesystem::path path; ///< Canonical; empty while there is no family.
+    };
+    std::vector<Entry> entries;
+    std::vector<std::string> report;
+
+    TLDocumentWindow* add(std::shared_ptr<TLFont> font, std::filesystem::path path)
+    {
+        auto const window = std::make_shared<TLDocumentWindow>(std::move(font));
+        std::for_each(
+            report.begin(), report.end(), [&](auto const& sentence) { window->addToReport(sentence); });
+        entries.push_back({ window, std::move(path) });
+        window->setOpenHandler([this, raw = window.get()](std::filesystem::path const& chosen) {
+            if (auto const outcome = open(chosen, raw); !outcome.window) {
+                raw->showError(outcome.error);
+            }
+        });
+        window->setCloseHandler([this, raw = window.get()] { release(raw); });
+        raise(*window);
+        return window.get();
+    }
+
+    /// Later: the window's own event is still being handled.
+    void release(TLDocumentWindow const* window)
+    {
+        auto const closed = std::find_if(entries.begin(), entries.end(),
+            [window](Entry const& entry) { return entry.window.get() == window; });
+        if (closed == entries.end()) {
+            return;
+        }
+        NSMainQueue::async([dying = closed->window] {});
+        entries.erase(closed);
+    }
+
+    Outcome open(std::filesystem::path const& path, TLDocumentWindow* preferred)
+    {
+        auto const canonical = canonicalPath(path);
+        for (auto const& entry : entries) {
+            if (!entry.path.empty() && entry.path == canonical) {
+                raise(*entry.window);
+                return { entry.window.get(), {} };
+            }
+        }
+        auto font = TLOpenFamily(path);
+        if (!font) {
+            return { nullptr, font.error().sentence() };
+        }
+        return { show(*font, canonical, preferred), {} };
+    }
+
+    TLDocumentWindow* show(
+        std::shared_ptr<TLFont> const& font, std::filesystem::path const& path, TLDocumentWindow* preferred)
+    {
+        auto const isFree = [](Entry const& entry) { return entry.path.empty(); };
+        auto free = std::find_if(entries.begin(), entries.end(),
+            [&](Entry const& entry) { return isFree(entry) && entry.window.get() == preferred; });
+        if (free == entries.end()) {
+            free = std::find_if(entries.begin(), entries.end(), isFree);
+        }
+        if (free == entries.end()) {
+            return add(font, path);
+        }
+        free->path = path;
+        free->window->setFont(font);
+        raise(*free->window);
+        return free->window.get();
+    }
+};
+
+TLApplicationController::TLApplicationController()
+    : m_impl(std::make_unique<Impl>())
+{
+}
+
+TLApplicationController::~TLApplicationController() = default;
+
+TLApplicationController::Outcome TLApplicationController::open(std::filesystem::path const& path)
+{
+    return m_impl->open(path, nullptr);
+}
+
+TLDocumentWindow* TLApplicationController::openInvitation()
+{
+    return m_impl->add(nullptr, {});
+}
+
+std::vector<TLDocumentWindow*> TLApplicationController::windows() const
+{
+    std::vector<TLDocumentWindow*> windows;
+    for (auto const& entry : m_impl->entries) {
+        windows.push_back(entry.window.get());
+    }
+    return windows;
+}
+
+void TLApplicationController::addToReport(std::string sentence)
+{
+    m_impl->report.push_back(std::move(sentence));
+}

@@ -1,0 +1,46 @@
+#include "Typloom/TyploomApp/TLDocumentMenus.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace {
+
+void addCommand(QMenu& menu, QString const& title, QList<QKeySequence> const& shortcuts,
+    std::function<void()> const& command)
+{
+    if (!command) {
+        return;
+    }
+    auto* const action = menu.addAction(title);
+    action->setShortcuts(shortcuts);
+    QObject::connect(action, &QAction::triggered, &menu, [command] { command(); });
+}
+
+} // namespace
+
+void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
+{
+    auto* const bar = window.menuBar();
+    bar->clear();
+    auto* const file = bar->addMenu("&File");
+    addCommand(*file, "&Open…", { QKeySequence::Open }, commands.open);
+    addCommand(*file, "&Close", { QKeySequence("Ctrl+W") }, [&window] { window.close(); });
+    file->addSeparator();
+    addCommand(*file, "&Quit", { QKeySequence("Ctrl+Q") }, [] { QApplication::closeAllWindows(); });
+    if (!commands.zoomIn) {
+        return;
+    }
+    auto* const view = bar->addMenu("&View");
+    addCommand(*view, "Zoom &In", { QKeySequence("Ctrl++"), QKeySequence("Ctrl+=") }, commands.zoomIn);
+    addCommand(*view, "Zoom &Out", { QKeySequence("Ctrl+-") }, commands.zoomOut);
+    addCommand(*view, "Zoom to &Fit", { QKeySequence("Ctrl+0") }, commands.zoomToFit);
+    auto* const glyph = bar->addMenu("&Glyph");
+    addCommand(*glyph, "&Find Glyph…", { QKeySequence::Find }, commands.findGlyph);
+    addCommand(*glyph, "Edit &Text…", { QKeySequence("Ctrl+T") }, commands.editText);
+    glyph->addSeparator();
+    addCommand(*glyph, "&Previous Glyph", { QKeySequence("Ctrl+PgUp") }, commands.previousGlyph);
+    addCommand(*glyph, "&Next Glyph", { QKeySequence("Ctrl+PgDown") }, commands.nextGlyph);
+}

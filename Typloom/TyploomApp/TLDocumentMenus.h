@@ -1,0 +1,16 @@
+#pragma once
+
+#include <functional>
+
+class QMainWindow;
+
+/// What the menus of a window lead to. Menus of operations that are empty are left out.
+struct TLMenuCommands {
+    std::function<void()> open;
+    std::function<void()> zoomIn, zoomOut, zoomToFit;
+    std::function<void()> findGlyph, editText;
+    std::function<void()> previousGlyph, nextGlyph;
+};
+
+/// Makes the window's menu bar anew.
+void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands);

@@ -1,0 +1,212 @@
+#include "Typloom/TyploomApp/TLGlyphDrawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Diameters and sides, in points.
+constexpr double cornerNodeSize = 7;
+constexpr double smoothNodeSize = 7.5;
+constexpr double handleSize = 5.5;
+
+/// Beyond this many points nodes hide the outline and take longer to draw than a frame has.
+constexpr std::size_t mostPointsWithNodes = 20'000;
+
+/// Draws in font units; strokes are meant to be cosmetic.
+class FontUnits {
+public:
+    FontUnits(CGContext& context, TLGlyphTransform const& transform)
+        : m_context(context)
+    {
+        m_context.saveState();
+        m_context.concatenate(
+            transform.scale, 0, 0, -transform.scale, transform.origin.x, transform.origin.y);
+    }
+    ~FontUnits() { m_context.restoreState(); }
+    FontUnits(FontUnits const&) = delete;
+    FontUnits& operator=(FontUnits const&) = delete;
+
+private:
+    CGContext& m_context;
+};
+
+void fill(CGContext& context, CGPath const& path, NSColor color)
+{
+    context.setFillColor(color);
+    context.addPath(path);
+    context.fillPath();
+}
+
+void stroke(CGContext& context, CGPath const& path, NSColor color, double width)
+{
+    context.setStrokeColor(color);
+    context.setLineWidth(width);
+    context.addPath(path);
+    context.strokePath();
+}
+
+NSColor mixed(NSColor first, NSColor second, double share)
+{
+    auto const mix = [share](double a, double b) { return a + (b - a) * share; };
+    return { mix(first.red, second.red), mix(first.green, second.green), mix(first.blue, second.blue) };
+}
+
+/// Components stand out from contours of the glyph's own, in a light palette and in a dark one.
+NSColor componentColor()
+{
+    return mixed(NSColor::labelColor(), NSColor::controlAccentColor(), 0.45);
+}
+
+NSRect centredAt(NSPoint point, double size)
+{
+    return { { point.x - size / 2, point.y - size / 2 }, { size, size } };
+}
+
+/// To the middle of a device pixel at scale one, so that the sides of squares are sharp.
+NSPoint onPixelGrid(NSPoint point)
+{
+    return { std::floor(point.x) + 0.5, std::floor(point.y) + 0.5 };
+}
+
+bool isHandle(TLPoint const& point)
+{
+    return point.type == TLPointType::offcurve;
+}
+
+/// The lines from on-curve points to their handles; over quadratic curves the polygon of handles too.
+void addHandleLines(CGPath& path, TLContour const& contour, TLGlyphTransform const& transform, bool isCubic)
+{
+    auto const& points = contour.points;
+    bool const isOpen = points.front().type == TLPointType::move;
+    for (std::size_t index = isOpen ? 1 : 0; index < points.size(); ++index) {
+        auto const& from = points[index == 0 ? points.size() - 1 : index - 1];
+        auto const& to = points[index];
+        bool const joins = isCubic ? isHandle(from) != isHandle(to) : isHandle(from) || isHandle(to);
+        if (joins) {
+            path.moveTo(transform.toView(from.x, from.y));
+            path.lineTo(transform.toView(to.x, to.y));
+        }
+    }
+}
+
+void drawHandleLines(CGContext& context, TLOutline const& outline, TLGlyphTransform const& transform)
+{
+    auto const color = NSColor::labelColor().withAlpha(0.35);
+    for (auto const& contour : outline.contours) {
+        if (contour.points.empty()) {
+            continue;
+        }
+        bool const isCubic = std::any_of(contour.points.begin(), contour.points.end(),
+            [](TLPoint const& point) { return point.type == TLPointType::curve; });
+        CGPath path;
+        addHandleLines(path, contour, transform, isCubic);
+        stroke(context, path, color, 1);
+    }
+}
+
+void drawNode(CGContext& context, TLPoint const& point, NSPoint place)
+{
+    auto const paper = NSColor::textBackgroundColor();
+    auto const accent = NSColor::controlAccentColor();
+    CGPath node;
+    if (isHandle(point)) {
+        node.addEllipse(centredAt(place, handleSize));
+        fill(context, node, paper);
+        stroke(context, node, NSColor::labelColor().withAlpha(0.6), 1);
+    } else if (point.smooth) {
+        node.addEllipse(centredAt(place, smoothNodeSize));
+        fill(context, node, paper);
+        stroke(context, node, accent, 1.5);
+    } else {
+        node.addRect(centredAt(onPixelGrid(place), cornerNodeSize));
+        fill(context, node, accent);
+    }
+}
+
+void drawNodes(
+    CGContext& context, TLOutline const& outline, TLGlyphTransform const& transform, NSRect visible)
+{
+    auto const area = visible.insetBy(-smoothNodeSize, -smoothNodeSize);
+    for (bool const handles : { true, false }) {
+        for (auto const& contour : outline.contours) {
+            for (auto const& point : contour.points) {
+                auto const place = transform.toView(point.x, point.y);
+                if (isHandle(point) == handles && area.contains(place)) {
+                    drawNode(context, point, place);
+                }
+            }
+        }
+    }
+}
+
+std::size_t countOfPoints(TLOutline const& outline)
+{
+    std::size_t count = 0;
+    for (auto const& contour : outline.contours) {
+        count += contour.points.size();
+    }
+    return count;
+}
+
+} // namespace
+
+void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform)
+{
+    FontUnits const units(context, transform);
+    fill(context, shape.contours, NSColor::labelColor());
+    fill(context, shape.components, componentColor());
+}
+
+void TLDrawEditableGlyph(
+    CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform, NSRect visible)
+{
+    {
+        FontUnits const units(context, transform);
+        context.setCosmeticLine(true);
+        fill(context, shape.components, componentColor().withAlpha(0.45));
+        fill(context, shape.contours, NSColor::labelColor().withAlpha(0.1));
+        stroke(context, shape.contours, NSColor::labelColor(), 1.25);
+    }
+    if (countOfPoints(shape.outline) > mostPointsWithNodes) {
+        return;
+    }
+    drawHandleLines(context, shape.outline, transform);
+    drawNodes(context, shape.outline, transform, visible);
+}
+
+void TLDrawMetrics(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,
+    TLGlyphTransform const& transform)
+{
+    auto const horizontal = [&](double y, NSColor color) {
+        CGPath line;
+        line.moveTo(onPixelGrid(transform.toView(0, y)));
+        line.lineTo(onPixelGrid(transform.toView(advance, y)));
+        stroke(context, line, color, 1);
+    };
+    auto const faint = NSColor::labelColor().withAlpha(0.16);
+    for (double const y : { metrics.ascender, metrics.capHeight, metrics.xHeight, metrics.descender }) {
+        horizontal(y, faint);
+    }
+    horizontal(0, NSColor::controlAccentColor().withAlpha(0.55));
+    for (double const x : { 0.0, advance }) {
+        CGPath line;
+        line.moveTo(onPixelGrid(transform.toView(x, metrics.ascender)));
+        line.lineTo(onPixelGrid(transform.toView(x, metrics.descender)));
+        stroke(context, line, faint, 1);
+    }
+}
+
+void TLDrawMissingGlyph(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,
+    TLGlyphTransform const& transform)
+{
+    auto const topLeft = transform.toView(advance * 0.1, metrics.capHeight);
+    auto const bottomRight = transform.toView(advance * 0.9, 0);
+    CGPath box;
+    box.addRect({ topLeft, { bottomRight.x - topLeft.x, bottomRight.y - topLeft.y } });
+    box.moveTo(topLeft);
+    box.lineTo(bottomRight);
+    box.moveTo({ topLeft.x, bottomRight.y });
+    box.lineTo({ bottomRight.x, topLeft.y });
+    stroke(context, box, NSColor::secondaryLabelColor(), 1);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/AppKit/CGContext.h"
+#include "Typloom/TyploomApp/TLGlyphShape.h"
+#include "Typloom/TyploomCore/TLFontMaster.h"
+
+/// Where font units come to stand in a view: x to the right, y upwards from the baseline.
+struct TLGlyphTransform {
+    NSPoint origin; ///< The glyph's origin, in the view.
+    double scale { 1 }; ///< Points for one font unit.
+
+    NSPoint toView(double x, double y) const { return { origin.x + x * scale, origin.y - y * scale }; }
+};
+
+/// A glyph beside the edited one, or one that is an interpolation: filled.
+void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform);
+
+/// A glyph on a layer that can be edited: its outline lightly filled, with nodes and handles. Points out
+/// of `visible` (in the view) are left out.
+void TLDrawEditableGlyph(
+    CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform, NSRect visible);
+
+/// The vertical metrics and the side bearings of the edited glyph, in thin lines.
+void TLDrawMetrics(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,
+    TLGlyphTransform const& transform);
+
+/// What stands for a glyph that could not be read.
+void TLDrawMissingGlyph(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,
+    TLGlyphTransform const& transform);

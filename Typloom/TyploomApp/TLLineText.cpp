@@ -1,0 +1,150 @@
+#include "Typloom/TyploomApp/TLLineText.h"
+
+#include "Typloom/TyploomCore/TLFont.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr char32_t replacementCharacter = 0xFFFD;
+
+/// Takes the first character off UTF-8 text; what is no UTF-8 gives replacement characters.
+char32_t takeCharacter(std::string_view& text)
+{
+    auto const lead = static_cast<unsigned char>(text.front());
+    std::size_t const length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    if (lead >= 0x80 && (length == 1 || length > text.size())) {
+        text.remove_prefix(1);
+        return replacementCharacter;
+    }
+    char32_t character = length == 1 ? lead : lead & (0xFFU >> (length + 1));
+    for (std::size_t index = 1; index < length; ++index) {
+        character = (character << 6) | (static_cast<unsigned char>(text[index]) & 0x3FU);
+    }
+    text.remove_prefix(length);
+    return character;
+}
+
+void appendCharacter(std::string& text, char32_t character)
+{
+    auto const byte = [&text](char32_t bits) { text.push_back(static_cast<char>(bits)); };
+    if (character < 0x80) {
+        byte(character);
+        return;
+    }
+    if (character < 0x800) {
+        byte(0xC0 | character >> 6);
+    } else if (character < 0x10000) {
+        byte(0xE0 | character >> 12);
+        byte(0x80 | (character >> 6 & 0x3F));
+    } else {
+        byte(0xF0 | character >> 18);
+        byte(0x80 | (character >> 12 & 0x3F));
+        byte(0x80 | (character >> 6 & 0x3F));
+    }
+    byte(0x80 | (character & 0x3F));
+}
+
+/// Takes a "name" whose slash has been taken, and the blank that ends it.
+std::string_view takeName(std::string_view& text)
+{
+    auto const name = text.substr(0, text.find_first_of(" /"));
+    text.remove_prefix(name.size());
+    if (text.starts_with(' ')) {
+        text.remove_prefix(1);
+    }
+    return name;
+}
+
+/// The character whose glyph this is, and by which the text field can name it; none for a glyph that
+/// has not been read yet, since reading it for that would be a waste.
+std::optional<char32_t> characterOfGlyph(TLFont const& font, std::string const& name)
+{
+    auto const glyph = font.loadedGlyphForName(name);
+    if (!glyph) {
+        return std::nullopt;
+    }
+    for (auto const character : glyph->unicodes()) {
+        if (character > U' ' && font.glyphNameForCharacter(character) == name) {
+            return character;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> firstGlyphsWithOutlines(TLFont const& font)
+{
+    constexpr std::size_t wanted = 8;
+    constexpr std::size_t tried = 100; // Each try reads a file.
+    auto names = font.glyphNames();
+    std::vector<std::string> found;
+    for (std::size_t index = 0; index < std::min(tried, names.size()) && found.size() < wanted; ++index) {
+        auto const glyph = font.glyphForName(names[index]);
+        auto const draws = [](auto const& entry) {
+            auto const& outline = entry.second->outline();
+            return !outline.contours.empty() || !outline.components.empty();
+        };
+        if (glyph && std::any_of(glyph->layers().begin(), glyph->layers().end(), draws)) {
+            found.push_back(names[index]);
+        }
+    }
+    if (found.empty() && !names.empty()) {
+        found.push_back(names.front());
+    }
+    return found;
+}
+
+} // namespace
+
+std::vector<std::string> TLGlyphNamesForText(TLFont const& font, std::string_view text)
+{
+    std::vector<std::string> names;
+    auto const addCharacter = [&](char32_t character) {
+        if (auto name = font.glyphNameForCharacter(character)) {
+            names.push_back(std::move(*name));
+        }
+    };
+    while (!text.empty() && names.size() < TLLineMaximumLength) {
+        auto const character = takeCharacter(text);
+        if (character != U'/') {
+            addCharacter(character);
+        } else if (text.starts_with('/')) {
+            text.remove_prefix(1);
+            addCharacter(U'/');
+        } else if (auto const name = takeName(text); !name.empty() && font.glyphForName(name)) {
+            names.emplace_back(name);
+        }
+    }
+    return names;
+}
+
+std::string TLTextForGlyphNames(TLFont const& font, std::vector<std::string> const& names)
+{
+    std::string text;
+    for (auto const& name : names) {
+        auto const character = characterOfGlyph(font, name);
+        if (character == U'/') {
+            text += "//";
+        } else if (character) {
+            appendCharacter(text, *character);
+        } else {
+            text += "/" + name + " ";
+        }
+    }
+    return text;
+}
+
+std::vector<std::string> TLDefaultGlyphNames(TLFont const& font)
+{
+    std::vector<std::string> best;
+    for (std::string_view const word : { "Hamburgefonstiv", "HAMBURGEFONSTIV", "0123456789" }) {
+        auto names = TLGlyphNamesForText(font, word);
+        if (names.size() == word.size()) {
+            return names;
+        }
+        if (names.size() > best.size()) {
+            best = std::move(names);
+        }
+    }
+    return best.size() >= 3 ? best : firstGlyphsWithOutlines(font);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Typloom/TyploomCore/Export.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+class TLFont;
+
+/// Most glyph objects that a line takes; what goes beyond is left out.
+inline constexpr std::size_t TLLineMaximumLength = 10'000;
+
+/// The glyphs that a text stands for, in order. A character (UTF-8) stands for the glyph that shows it;
+/// "/name" up to a blank or the next slash stands for the glyph of that name, the blank that ends it for
+/// nothing, and "//" for the glyph of the slash. What the font has no glyph for is left out.
+TYPLOOM_API std::vector<std::string> TLGlyphNamesForText(TLFont const& font, std::string_view text);
+
+/// A text that stands for these glyphs: characters where they have one, otherwise "/name ".
+TYPLOOM_API std::string TLTextForGlyphNames(TLFont const& font, std::vector<std::string> const& names);
+
+/// What a new window shows: letters of a word that type designers look at first, as far as the font
+/// has them; for other scripts its first glyphs. Empty only for a font without glyphs.
+TYPLOOM_API std::vector<std::string> TLDefaultGlyphNames(TLFont const& font);

@@ -1,0 +1,79 @@
+#include "Typloom/TyploomApp/TLStateText.h"
+
+#include "Platform/Foundation/NSNumberFormatter.h"
+
+#include <algorithm>
+
+namespace {
+
+/// More axes than a line can show: then only those away from their default are named.
+constexpr std::size_t mostAxes = 6;
+
+std::string numberText(double value)
+{
+    NSNumberFormatter formatter;
+    formatter.setMaximumFractionDigits(3);
+    return formatter.stringFromNumber(value).value_or(std::string());
+}
+
+std::string placeText(TLEditState const& state)
+{
+    auto const place = state.place();
+    auto axes = state.font()->canonicalAxes();
+    if (auto const& glyph = state.editedGlyph()) {
+        axes.insert(axes.end(), glyph->axes().begin(), glyph->axes().end());
+    }
+    auto const value = [&place](TLAxis const& axis) {
+        return TLLocationNumber(place, axis.axisId()).value_or(axis.defaultValue());
+    };
+    if (axes.size() > mostAxes) {
+        std::erase_if(axes, [&value](auto const& axis) { return value(*axis) == axis->defaultValue(); });
+    }
+    std::string text;
+    for (std::size_t index = 0; index < std::min(axes.size(), mostAxes); ++index) {
+        text += (index == 0 ? "" : ", ") + axes[index]->name() + " " + numberText(value(*axes[index]));
+    }
+    return axes.size() > mostAxes ? text + ", …" : text;
+}
+
+std::string problemText(TLDrawingProblem const& problem)
+{
+    auto const source = problem.nearestSource.empty() ? "" : ": " + problem.nearestSource;
+    return "Nearest source" + source + " (" + problem.reason + ")";
+}
+
+std::string interpolationText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
+{
+    if (problem) {
+        return problemText(*problem);
+    }
+    auto const place = placeText(state);
+    return place.empty() ? "Interpolated" : "Interpolated — " + place;
+}
+
+} // namespace
+
+std::string TLLayerTitle(TLFont const& font, TLLayer const& layer)
+{
+    if (layer.isMasterLayer()) {
+        auto const master = font.fontMasterForId(layer.layerId());
+        return master ? master->name() : layer.name();
+    }
+    return layer.name().empty() ? layer.layerId() : layer.name();
+}
+
+std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
+{
+    if (state.showsInterpolation() || state.axisLocation()) {
+        return interpolationText(state, problem);
+    }
+    if (auto const& layer = state.activeLayer()) {
+        auto const title = TLLayerTitle(*state.font(), *layer);
+        if (layer->isMasterLayer()) {
+            return title;
+        }
+        return (layer->isBraceLayer() ? "Intermediate layer " : "Layer ") + title;
+    }
+    auto const master = state.currentMaster();
+    return master ? master->name() : "No master";
+}

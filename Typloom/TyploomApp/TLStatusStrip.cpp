@@ -1,0 +1,124 @@
+#include "Typloom/TyploomApp/TLStatusStrip.h"
+
+#include "Platform/Qt/Conversions.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPainter>
+#include <QPointer>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace {
+
+/// A label that gives way: a long text ends in an ellipsis and never widens the window.
+class ElidingLabel final : public QLabel {
+public:
+    QSize minimumSizeHint() const override { return { 60, QLabel::minimumSizeHint().height() }; }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft,
+            fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+    }
+};
+
+void showSentences(QWidget* parent, std::vector<std::string> const& sentences)
+{
+    auto* const dialog = new QDialog(parent->window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle("What could not be read");
+    dialog->resize(640, 320);
+    auto* const list = new QListWidget;
+    list->setAccessibleName("Problems");
+    list->setWordWrap(true);
+    list->setAlternatingRowColors(true);
+    for (auto const& sentence : sentences) {
+        list->addItem(toQString(sentence));
+    }
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    auto* const layout = new QVBoxLayout(dialog);
+    layout->addWidget(list);
+    layout->addWidget(buttons);
+    dialog->open();
+}
+
+} // namespace
+
+struct TLStatusStrip::Impl {
+    QPointer<QWidget> widget { new QWidget };
+    ElidingLabel* label { new ElidingLabel };
+    QPushButton* reportButton { new QPushButton };
+    std::vector<std::string> sentences;
+};
+
+TLStatusStrip::TLStatusStrip()
+    : m_impl(std::make_unique<Impl>())
+{
+    auto* const label = m_impl->label;
+    label->setAccessibleName("Location");
+    auto font = label->font();
+    font.setWeight(QFont::DemiBold);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    auto* const button = m_impl->reportButton;
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setFlat(true);
+    button->setIcon(button->style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    button->setToolTip("What of the family could not be read");
+    button->hide();
+    QObject::connect(button, &QPushButton::clicked, button,
+        [impl = m_impl.get()] { showSentences(impl->widget, impl->sentences); });
+
+    auto* const layout = new QHBoxLayout(m_impl->widget);
+    layout->setContentsMargins(12, 4, 8, 4);
+    layout->addWidget(label, 1);
+    layout->addWidget(button);
+    m_impl->widget->setMinimumHeight(32);
+}
+
+TLStatusStrip::~TLStatusStrip()
+{
+    delete m_impl->widget;
+}
+
+QWidget* TLStatusStrip::widget() const
+{
+    return m_impl->widget;
+}
+
+void TLStatusStrip::setText(std::string const& text)
+{
+    auto const shown = toQString(text);
+    if (m_impl->label->text() != shown) {
+        m_impl->label->setText(shown);
+        m_impl->label->setToolTip(shown);
+    }
+}
+
+std::string TLStatusStrip::text() const
+{
+    return fromQString(m_impl->label->text());
+}
+
+void TLStatusStrip::setReport(std::vector<std::string> sentences)
+{
+    if (sentences == m_impl->sentences) {
+        return;
+    }
+    m_impl->sentences = std::move(sentences);
+    auto const count = m_impl->sentences.size();
+    m_impl->reportButton->setText(
+        count == 1 ? QString("1 problem…") : QString("%1 problems…").arg(static_cast<qulonglong>(count)));
+    m_impl->reportButton->setVisible(count > 0);
+}

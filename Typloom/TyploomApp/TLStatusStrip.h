@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+/// The strip below the edit view: where the view stands, and what could not be read.
+class TLStatusStrip {
+public:
+    TLStatusStrip();
+    ~TLStatusStrip();
+    TLStatusStrip(TLStatusStrip const&) = delete;
+
+    QWidget* widget() const;
+    /// The whole text is shown as far as there is room, and in the tool tip.
+    void setText(std::string const& text);
+    std::string text() const;
+    /// A button tells how many sentences there are, and opens a list of them; hidden when there are none.
+    void setReport(std::vector<std::string> sentences);
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
+};
