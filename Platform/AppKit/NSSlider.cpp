@@ -1,10 +1,12 @@
 #include "Platform/AppKit/NSSlider.h"
 
 #include "Platform/AppKit/CGContext.h"
+#include "Platform/Qt/EventDispatch.h"
 #include "Platform/Qt/NSViewBacking.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -18,6 +20,8 @@ constexpr double fineDragFactor = 0.1;
 constexpr double stillDistance = 5;
 /// Below this span a step of 1 would leave too few places to stop at.
 constexpr double smallSpan = 10;
+/// A touch pad's small moves step together; a notch of a wheel is more than this and one step.
+constexpr double pointsPerWheelStep = 16;
 
 CGPath capsule(NSRect rect)
 {
@@ -80,6 +84,7 @@ public:
         }
         event->accept();
         if (event->type() == QEvent::KeyPress) {
+            HandlingScope const scope;
             m_slider.cancelDrag();
         }
         return true;
@@ -339,11 +344,11 @@ void NSSlider::scrollWheel(NSEvent const& event)
         NSControl::scrollWheel(event);
         return;
     }
-    auto const delta = event.scrollingDelta.y != 0 ? event.scrollingDelta.y : -event.scrollingDelta.x;
-    if (delta == 0) {
+    m_wheelTurn += event.scrollingDelta.y != 0 ? event.scrollingDelta.y : event.scrollingDelta.x;
+    if (std::abs(m_wheelTurn) < pointsPerWheelStep) {
         return;
     }
-    auto const step = std::copysign(keyStep(event.modifiers.shift), delta);
+    auto const step = std::copysign(keyStep(event.modifiers.shift), std::exchange(m_wheelTurn, 0));
     auto const value = std::clamp(doubleValue() + step, m_minValue, std::max(m_minValue, m_maxValue));
     if (value != doubleValue()) {
         changeByUser(value);

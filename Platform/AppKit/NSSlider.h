@@ -73,6 +73,7 @@ private:
     double m_minValue { 0 };
     double m_maxValue { 1 };
     double m_value { 0 };
+    double m_wheelTurn { 0 }; ///< Points that have not made a step yet.
 
     struct Drag {
         double startX { 0 };

@@ -1,0 +1,130 @@
+#include "Tests/TyploomKit/ShownSlider.h"
+
+#include <gmock/gmock.h>
+
+using testing::DoubleEq;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+/// Counts what the slider passes on, as the list around it would scroll.
+class Surrounding final : public NSView {
+public:
+    void scrollWheel(NSEvent const&) override { ++wheels; }
+    void keyDown(NSEvent const&) override { ++keys; }
+    int wheels { 0 };
+    int keys { 0 };
+};
+
+struct SliderInAList : ShownSlider {
+    std::shared_ptr<Surrounding> list = std::make_shared<Surrounding>();
+    SliderInAList()
+    {
+        window->addSubview(list);
+        list->setFrame({ {}, { 300, 100 } });
+        slider->removeFromSuperview();
+        list->addSubview(slider);
+        slider->setFrame({ { 20, 30 }, { 218, 24 } });
+        qtWidget(*list)->show();
+        qtWidget(*slider)->show();
+        QCoreApplication::processEvents();
+    }
+};
+} // namespace
+
+TEST(SliderKeyboard, tabGivesTheFocus)
+{
+    ShownSlider shown;
+    qtWidget(*shown.window)->activateWindow();
+    shown.key(Qt::Key_Tab);
+    EXPECT_TRUE(shown.slider->isFirstResponder());
+}
+
+TEST(SliderKeyboard, arrowsStepByOneAndWithShiftByTen)
+{
+    ShownSlider shown;
+    shown.focus();
+    shown.key(Qt::Key_Right);
+    shown.key(Qt::Key_Up);
+    shown.key(Qt::Key_Left);
+    shown.key(Qt::Key_Down, Qt::ShiftModifier);
+    shown.key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(501, 502, 501, 491, 501));
+}
+
+TEST(SliderKeyboard, inARangeUnderTenArrowsStepByATenth)
+{
+    ShownSlider shown;
+    shown.focus();
+    shown.slider->setMaxValue(5);
+    shown.slider->setDoubleValue(0.2);
+    shown.key(Qt::Key_Right); // 0.2 + 0.1 is not 0.3 in binary
+    shown.key(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(0.3, 0.8));
+    shown.slider->setMaxValue(0.5);
+    shown.slider->setDoubleValue(0.2);
+    shown.key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(shown.recorder->values.back(), 0.1);
+}
+
+TEST(SliderKeyboard, pageKeysGoToTheLandmarksAndHomeAndEndToTheEnds)
+{
+    ShownSlider shown;
+    shown.focus();
+    shown.slider->setLandmarks(std::vector<double> { 250, 500.0005, 800 });
+    for (auto const key : { Qt::Key_PageUp, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_PageDown,
+             Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home }) {
+        shown.key(key);
+    }
+    EXPECT_THAT(shown.recorder->values, ElementsAre(800, 1000, 800, 500.0005, 250, 0, 1000, 0));
+}
+
+TEST(SliderKeyboard, backspaceAndDeleteGoBackToTheNeutralValue)
+{
+    ShownSlider shown;
+    shown.focus();
+    shown.slider->setNeutralValue(400);
+    shown.key(Qt::Key_Backspace);
+    shown.slider->setDoubleValue(900);
+    shown.key(Qt::Key_Delete);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(400, 400));
+}
+
+TEST(SliderKeyboard, aKeyThatChangesNothingSendsNothingAndOtherKeysArePassedOn)
+{
+    SliderInAList shown;
+    shown.focus();
+    shown.slider->setDoubleValue(1000);
+    shown.key(Qt::Key_Right);
+    shown.key(Qt::Key_End);
+    EXPECT_EQ(shown.list->keys, 0);
+    shown.key(Qt::Key_A);
+    EXPECT_EQ(shown.list->keys, 1);
+    shown.key(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_GT(shown.list->keys, 1);
+    EXPECT_THAT(shown.recorder->values, IsEmpty());
+}
+
+TEST(SliderWheel, scrollsTheListUnlessTheSliderHasTheFocus)
+{
+    SliderInAList shown;
+    shown.wheel(1);
+    EXPECT_EQ(shown.list->wheels, 1);
+    EXPECT_THAT(shown.recorder->values, IsEmpty());
+    shown.focus();
+    shown.wheel(1);
+    shown.wheel(-1);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(501, 500));
+    EXPECT_EQ(shown.list->wheels, 1);
+}
+
+TEST(SliderWheel, atTheEndOfTheRangeAFocusedSliderKeepsIt)
+{
+    SliderInAList shown;
+    shown.focus();
+    shown.slider->setDoubleValue(999.5);
+    shown.wheel(1);
+    shown.wheel(1);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(1000));
+    EXPECT_EQ(shown.list->wheels, 0);
+}
