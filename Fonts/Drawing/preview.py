@@ -2,7 +2,7 @@
 
 import sys
 
-from family import GLYPHS, glyph, TEXT_NAMES
+from family import TEXT_NAMES, glyph
 from styles import STYLES, style
 
 

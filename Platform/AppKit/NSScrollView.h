@@ -9,7 +9,7 @@ class NSTableView;
 class PLATFORM_API NSClipView final : public NSObject {
 public:
     explicit NSClipView(NSTableView& table)
-        : m_table(table)
+        : m_table(&table)
     {
     }
     NSRect bounds() const; ///< In the document's coordinates.
@@ -19,7 +19,8 @@ public:
     void scrollToPoint(NSPoint point);
 
 private:
-    NSTableView& m_table;
+    friend class NSTableView;
+    NSTableView* m_table; ///< Null after the table's end.
     NSEdgeInsets m_insets;
 };
 
@@ -27,8 +28,7 @@ private:
 class PLATFORM_API NSScrollView final : public NSObject {
 public:
     explicit NSScrollView(NSTableView& table)
-        : m_table(table)
-        , m_contentView(std::make_shared<NSClipView>(table))
+        : m_contentView(std::make_shared<NSClipView>(table))
     {
     }
     std::shared_ptr<NSClipView> const& contentView() const { return m_contentView; }
@@ -36,6 +36,5 @@ public:
     void reflectScrolledClipView(std::shared_ptr<NSClipView> const& clipView);
 
 private:
-    NSTableView& m_table;
     std::shared_ptr<NSClipView> m_contentView;
 };

@@ -1,1 +1,22 @@
-// to be written
+#include "Platform/AppKit/NSSearchField.h"
+
+#include "Platform/AppKit/NSImage.h"
+#include "Platform/Qt/NSTextFieldBacking.h"
+#include "Platform/Qt/QtTextField.h"
+#include "Platform/Qt/SymbolIcons.h"
+
+static std::unique_ptr<NSViewBacking> makeBacking()
+{
+    auto backing = std::make_unique<NSTextFieldBacking>(NSTextField::Kind::field);
+    backing->escapeClears = true;
+    backing->field->setClearButtonEnabled(true);
+    if (auto const glass = NSImage::imageWithSystemSymbolName("magnifyingglass")) {
+        backing->field->addAction(symbolIcon(*glass), QLineEdit::LeadingPosition);
+    }
+    return backing;
+}
+
+NSSearchField::NSSearchField()
+    : NSTextField(Kind::field, makeBacking())
+{
+}

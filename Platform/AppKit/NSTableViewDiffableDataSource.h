@@ -5,37 +5,139 @@
 
 #include <optional>
 #include <unordered_map>
+#include <variant>
 
 /// Shows snapshots in a table: a header row for each section and a row for each item. A new
 /// snapshot becomes removals, insertions and moves; views of rows in both stay as they are.
 ///
 /// Items and sections need `std::hash`, `==` and a `describe(x)` found by argument-dependent look-up,
 /// which names one in the message that stops the program when a snapshot holds it twice.
-template <class SectionIdentifier, class ItemIdentifier>
-class NSTableViewDiffableDataSource {
+template <class SectionIdentifier, class ItemIdentifier> class NSTableViewDiffableDataSource {
 public:
     using Snapshot = NSDiffableDataSourceSnapshot<SectionIdentifier, ItemIdentifier>;
-    using CellProvider = std::function<std::shared_ptr<NSView>(
-        std::shared_ptr<NSTableView> const& table, std::size_t column, std::size_t row, ItemIdentifier const& item)>;
+    using CellProvider = std::function<std::shared_ptr<NSView>(std::shared_ptr<NSTableView> const& table,
+        std::size_t column, std::size_t row, ItemIdentifier const& item)>;
     using SectionHeaderViewProvider = std::function<std::shared_ptr<NSView>(
         std::shared_ptr<NSTableView> const& table, std::size_t row, SectionIdentifier const& section)>;
 
     NSTableViewDiffableDataSource(std::shared_ptr<NSTableView> const& table, CellProvider cellProvider);
-    ~NSTableViewDiffableDataSource();
 
-    void setSectionHeaderViewProvider(SectionHeaderViewProvider provider) { m_headerProvider = std::move(provider); }
+    /// Without a provider sections have no header row. Takes effect with the next snapshot.
+    void setSectionHeaderViewProvider(SectionHeaderViewProvider provider)
+    {
+        m_state->headerProvider = std::move(provider);
+    }
     void setDefaultRowAnimation(NSTableViewAnimationOptions animation) { m_defaultRowAnimation = animation; }
 
-    Snapshot const& snapshot() const { return m_snapshot; }
+    Snapshot const& snapshot() const { return m_state->snapshot; }
     /// Shows the snapshot, then calls the completion, on the main thread, before it returns.
     void applySnapshot(Snapshot snapshot, bool animatingDifferences, std::function<void()> completion = {});
+    /// The table's row of an item, header rows counted; none for an item that is not in the snapshot.
     std::optional<std::size_t> rowForItem(ItemIdentifier const& item) const;
 
 private:
-    struct Row;
-    std::weak_ptr<NSTableView> m_table;
-    CellProvider m_cellProvider;
-    SectionHeaderViewProvider m_headerProvider;
+    using Identifier = std::variant<SectionIdentifier, ItemIdentifier>;
+    /// What one snapshot means in rows of the table.
+    struct Layout {
+        std::vector<NSTableRow> rows;
+        std::vector<Identifier> identifiers; ///< Of the rows.
+        std::unordered_map<SectionIdentifier, std::uint64_t> sectionTokens;
+        std::unordered_map<ItemIdentifier, std::size_t> rowOfItem;
+    };
+    /// Shared with an application that is going on, which the data source need not outlive.
+    struct State {
+        std::weak_ptr<NSTableView> table;
+        CellProvider cellProvider;
+        SectionHeaderViewProvider headerProvider;
+        Snapshot snapshot;
+        Layout layout;
+        std::uint64_t lastToken { 0 };
+    };
+    static Layout layoutOf(Snapshot const& snapshot, State& state);
+    static std::shared_ptr<NSView> makeRowView(State const& state, std::size_t row);
+
+    std::shared_ptr<State> m_state { std::make_shared<State>() };
     NSTableViewAnimationOptions m_defaultRowAnimation { NSTableViewAnimationOptions::effectFade };
-    Snapshot m_snapshot;
 };
+
+template <class S, class I>
+NSTableViewDiffableDataSource<S, I>::NSTableViewDiffableDataSource(
+    std::shared_ptr<NSTableView> const& table, CellProvider cellProvider)
+{
+    m_state->table = table;
+    m_state->cellProvider = std::move(cellProvider);
+    table->setRowViewProvider([weakState = std::weak_ptr(m_state)](std::size_t row) {
+        auto const state = weakState.lock();
+        return state ? makeRowView(*state, row) : nullptr;
+    });
+}
+
+template <class S, class I>
+void NSTableViewDiffableDataSource<S, I>::applySnapshot(
+    Snapshot snapshot, bool /*animatingDifferences*/, std::function<void()> completion)
+{
+    // A provider or the completion may apply another snapshot, or end the data source.
+    auto const state = m_state;
+    state->layout = layoutOf(snapshot, *state);
+    state->snapshot = std::move(snapshot);
+    if (auto const table = state->table.lock()) {
+        table->setRows(state->layout.rows);
+    }
+    if (completion) {
+        completion();
+    }
+}
+
+template <class S, class I>
+auto NSTableViewDiffableDataSource<S, I>::layoutOf(Snapshot const& snapshot, State& state) -> Layout
+{
+    Layout const& before = state.layout;
+    Layout layout;
+    layout.rowOfItem.reserve(snapshot.numberOfItems());
+    for (auto const& section : snapshot.sections()) {
+        auto const known = before.sectionTokens.find(section.identifier);
+        auto const token = known == before.sectionTokens.end() ? ++state.lastToken : known->second;
+        if (!layout.sectionTokens.emplace(section.identifier, token).second) {
+            NSFatalError(
+                "a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
+        }
+        if (state.headerProvider) {
+            layout.identifiers.push_back(Identifier(std::in_place_index<0>, section.identifier));
+            layout.rows.push_back({ .token = token, .isGroupRow = true });
+        }
+        for (auto const& item : section.items) {
+            if (!layout.rowOfItem.emplace(item, layout.rows.size()).second) {
+                NSFatalError("a snapshot holds the item " + std::string(describe(item)) + " twice");
+            }
+            auto const row = before.rowOfItem.find(item);
+            layout.identifiers.push_back(Identifier(std::in_place_index<1>, item));
+            layout.rows.push_back({ .token
+                = row == before.rowOfItem.end() ? ++state.lastToken : before.rows[row->second].token });
+        }
+    }
+    return layout;
+}
+
+template <class S, class I>
+std::shared_ptr<NSView> NSTableViewDiffableDataSource<S, I>::makeRowView(State const& state, std::size_t row)
+{
+    auto const table = state.table.lock();
+    if (!table || row >= state.layout.identifiers.size()) {
+        return nullptr;
+    }
+    // Copies: the provider may apply another snapshot, or replace itself.
+    auto const identifier = state.layout.identifiers[row];
+    if (auto const* section = std::get_if<0>(&identifier)) {
+        auto const provider = state.headerProvider;
+        return provider ? provider(table, row, *section) : nullptr;
+    }
+    auto const provider = state.cellProvider;
+    return provider ? provider(table, 0, row, std::get<1>(identifier)) : nullptr;
+}
+
+template <class S, class I>
+std::optional<std::size_t> NSTableViewDiffableDataSource<S, I>::rowForItem(I const& item) const
+{
+    auto const row = m_state->layout.rowOfItem.find(item);
+    return row == m_state->layout.rowOfItem.end() ? std::nullopt : std::optional(row->second);
+}

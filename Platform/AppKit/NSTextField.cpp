@@ -1,1 +1,142 @@
-// to be written
+#include "Platform/AppKit/NSTextField.h"
+
+#include "Platform/Qt/Conversions.h"
+#include "Platform/Qt/DrawingConversions.h"
+#include "Platform/Qt/NSTextFieldBacking.h"
+#include "Platform/Qt/QtLabel.h"
+#include "Platform/Qt/QtTextField.h"
+
+static NSTextFieldBacking& fieldBacking(NSTextField const& field)
+{
+    return static_cast<NSTextFieldBacking&>(field.backing());
+}
+
+NSTextField::NSTextField(Kind kind)
+    : NSTextField(kind, std::make_unique<NSTextFieldBacking>(kind))
+{
+}
+
+NSTextField::NSTextField(Kind kind, std::unique_ptr<NSViewBacking> backing)
+    : NSControl(std::move(backing))
+    , m_kind(kind)
+{
+}
+
+NSTextField::~NSTextField() = default;
+
+std::shared_ptr<NSTextField> NSTextField::labelWithString(std::string_view text)
+{
+    auto label = std::make_shared<NSTextField>(Kind::label);
+    label->setStringValue(text);
+    return label;
+}
+
+std::shared_ptr<NSTextField> NSTextField::wrappingLabelWithString(std::string_view text)
+{
+    auto label = std::make_shared<NSTextField>(Kind::wrappingLabel);
+    label->setStringValue(text);
+    return label;
+}
+
+std::string NSTextField::stringValue() const
+{
+    return fromQString(fieldBacking(*this).text());
+}
+
+void NSTextField::setStringValue(std::string_view text)
+{
+    m_number.reset();
+    fieldBacking(*this).show(toQString(text));
+}
+
+void NSTextField::setDoubleValue(double value)
+{
+    auto const formatted = m_formatter ? m_formatter->stringFromNumber(value) : std::nullopt;
+    auto const text = toQString(formatted.value_or(NSNumberDescription(value)));
+    m_number = value;
+    auto& backing = fieldBacking(*this);
+    // What is shown already is repeated by reloads; it leaves what the user is typing alone.
+    if (!backing.isEdited() || text != backing.committedText()) {
+        backing.show(text);
+    }
+}
+
+double NSTextField::doubleValue() const
+{
+    auto const& backing = fieldBacking(*this);
+    if (m_number && !backing.isEdited()) {
+        return *m_number;
+    }
+    auto const text = stringValue();
+    return (m_formatter ? m_formatter->numberFromString(text) : NSNumberFromText(text)).value_or(0);
+}
+
+std::string NSTextField::placeholderString() const
+{
+    auto const* field = fieldBacking(*this).field;
+    return field ? fromQString(field->placeholderText()) : std::string();
+}
+
+void NSTextField::setPlaceholderString(std::optional<std::string> text)
+{
+    if (auto* field = fieldBacking(*this).field) {
+        field->setPlaceholderText(text ? toQString(*text) : QString());
+    }
+}
+
+void NSTextField::setTextColor(NSColor color)
+{
+    // Disabled text keeps the palette's own grey.
+    auto* widget = qtWidget(*this);
+    auto palette = widget->palette();
+    for (auto const group : { QPalette::Active, QPalette::Inactive }) {
+        palette.setColor(group, isEditable() ? QPalette::Text : QPalette::WindowText, toQColor(color));
+    }
+    widget->setPalette(palette);
+}
+
+void NSTextField::setLineBreakMode(NSLineBreakMode mode)
+{
+    m_lineBreakMode = mode;
+    if (auto* label = fieldBacking(*this).label; label && mode == NSLineBreakMode::byTruncatingTail) {
+        label->setWordWrap(false);
+    }
+}
+
+void NSTextField::setUsesSingleLineMode(bool single)
+{
+    m_singleLine = single;
+    if (auto* label = fieldBacking(*this).label; label && single) {
+        label->setWordWrap(false);
+    }
+}
+
+void NSTextField::setPreferredMaxLayoutWidth(double points)
+{
+    if (auto* label = fieldBacking(*this).label) {
+        label->setPreferredWidth(static_cast<int>(points));
+    }
+}
+
+void NSTextField::selectText()
+{
+    if (auto* field = fieldBacking(*this).field) {
+        field->setFocus(Qt::OtherFocusReason);
+        field->selectAll();
+    }
+}
+
+void NSTextField::setEnabled(bool enabled)
+{
+    NSControl::setEnabled(enabled);
+}
+
+void NSTextField::setFont(std::shared_ptr<NSFont> const& font)
+{
+    NSControl::setFont(font);
+}
+
+NSSize NSTextField::fittingSize() const
+{
+    return fromQSize(qtWidget(*this)->sizeHint());
+}

@@ -17,7 +17,10 @@ public:
     virtual void controlTextDidEndEditing(std::shared_ptr<NSNotification> const&) { }
     /// A command key was pressed in the field ("insertNewline:", "cancelOperation:", "insertTab:").
     /// True when it has been dealt with.
-    virtual bool controlDoCommandBySelector(std::shared_ptr<NSControl> const&, std::string_view) { return false; }
+    virtual bool controlDoCommandBySelector(std::shared_ptr<NSControl> const&, std::string_view)
+    {
+        return false;
+    }
 };
 class NSTextFieldDelegate : public NSControlTextEditingDelegate { };
 class NSSearchFieldDelegate : public NSTextFieldDelegate { };
@@ -56,7 +59,10 @@ public:
     bool usesSingleLineMode() const { return m_singleLine; }
     void setPreferredMaxLayoutWidth(double points);
 
-    void setDelegate(std::weak_ptr<NSControlTextEditingDelegate> delegate) { m_delegate = std::move(delegate); }
+    void setDelegate(std::weak_ptr<NSControlTextEditingDelegate> delegate)
+    {
+        m_delegate = std::move(delegate);
+    }
     std::shared_ptr<NSControlTextEditingDelegate> delegate() const { return m_delegate.lock(); }
     void selectText();
 

@@ -1,0 +1,169 @@
+#include "Platform/Qt/NibLoader.h"
+
+#include "Platform/AppKit/NSButton.h"
+#include "Platform/AppKit/NSTextField.h"
+#include "Platform/Qt/Conversions.h"
+#include "Platform/Qt/NSTextFieldBacking.h"
+#include "Platform/Qt/QtLabel.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+
+NibLoader::NibLoader()
+{
+    // Classes come from our own register. Loading the plug-ins of the toolkit's designer takes a
+    // tenth of a second at the first use, and the search paths are all that leads to them.
+    clearPluginPaths();
+}
+
+/// Decorations of the toolkit that are no views.
+static bool isDecoration(QString const& className)
+{
+    return className == QLatin1String("QFrame") || className == QLatin1String("Line");
+}
+
+static std::shared_ptr<NSView> makeStandardView(QString const& className)
+{
+    if (className == QLatin1String("QWidget")) {
+        return std::make_shared<NSView>();
+    }
+    if (className == QLatin1String("QLabel")) {
+        return std::make_shared<NSTextField>(NSTextField::Kind::label);
+    }
+    if (className == QLatin1String("QLineEdit")) {
+        return std::make_shared<NSTextField>(NSTextField::Kind::field);
+    }
+    bool const isToolButton = className == QLatin1String("QToolButton");
+    if (isToolButton || className == QLatin1String("QPushButton")) {
+        auto button = std::make_shared<NSButton>();
+        button->setBezelStyle(isToolButton ? NSBezelStyle::borderless : NSBezelStyle::rounded);
+        return button;
+    }
+    return nullptr;
+}
+
+QWidget* NibLoader::createWidget(QString const& className, QWidget* parent, QString const& name)
+{
+    m_topWidgets += parent ? 0 : 1;
+    if (isDecoration(className)) {
+        return QUiLoader::createWidget(className, parent, name);
+    }
+    auto view = makeStandardView(className);
+    if (!view) {
+        view = makeRegisteredView(fromQString(className));
+    }
+    if (!view) {
+        // Without a widget the toolkit would take the base class instead, and say nothing.
+        m_problems.push_back("has the class '" + fromQString(className) + "', which is not known");
+        auto* placeholder = new QWidget(parent);
+        placeholder->setObjectName(name);
+        return placeholder;
+    }
+    auto* widget = qtWidget(*view);
+    widget->setParent(parent);
+    widget->setObjectName(name);
+    m_views.push_back(view);
+    decode(*view, className, name);
+    return widget;
+}
+
+void NibLoader::decode(NSView& view, QString const& className, QString const& name)
+{
+    NSCoder const coder({ { "NSClassName", fromQString(className) }, { "NSIdentifier", fromQString(name) } });
+    if (!view.initWithCoder(coder)) {
+        m_problems.push_back("has the view '" + fromQString(name) + "' of class '" + fromQString(className)
+            + "', which cannot be decoded");
+    }
+    view.setIdentifier(fromQString(name));
+}
+
+std::shared_ptr<NSView> NibLoader::load(QIODevice& file)
+{
+    auto* widget = QUiLoader::load(&file);
+    if (!widget) {
+        m_problems.push_back("cannot be read: " + fromQString(errorString()));
+        return nullptr;
+    }
+    auto* top = viewOfWidget(widget);
+    if (m_topWidgets > 1) {
+        m_problems.push_back("has more than one top widget");
+    }
+    if (!top) {
+        m_problems.push_back("has no view at its top");
+    }
+    for (auto const& view : m_views) {
+        applyProperties(*view);
+    }
+    joinSuperviews();
+    if (m_problems.empty()) {
+        return top->sharedAs<NSView>();
+    }
+    if (!top) {
+        m_views.clear();
+        delete widget;
+    }
+    return nullptr;
+}
+
+void NibLoader::joinSuperviews()
+{
+    for (auto const& view : m_views) {
+        if (auto* superview = enclosingViewOfWidget(qtWidget(*view)->parentWidget())) {
+            superview->addSubview(view);
+        }
+    }
+}
+
+static std::string textProperty(QWidget const& widget, char const* name)
+{
+    return fromQString(widget.property(name).toString());
+}
+
+/// False for a name that is no bezel.
+static bool applyBezel(NSButton& button, std::string_view name)
+{
+    if (name == "help") {
+        button.setBezelStyle(NSBezelStyle::helpButton);
+    } else if (name == "borderless") {
+        button.setBezelStyle(NSBezelStyle::borderless);
+    } else if (name == "rounded") {
+        button.setBezelStyle(NSBezelStyle::rounded);
+    } else {
+        return name.empty();
+    }
+    return true;
+}
+
+void NibLoader::applyProperties(NSView& view)
+{
+    auto const& widget = *qtWidget(view);
+    auto const problem = [&](std::string const& what, std::string const& value) {
+        m_problems.push_back(
+            "gives '" + view.identifier() + "' the " + what + " '" + value + "', which is not known");
+    };
+    if (widget.isHidden() && widget.testAttribute(Qt::WA_WState_ExplicitShowHide)) {
+        view.setHidden(true);
+    }
+    if (auto* button = dynamic_cast<NSButton*>(&view)) {
+        auto const* push = qobject_cast<QPushButton const*>(&widget);
+        if (push && push->isFlat()) {
+            button->setBezelStyle(NSBezelStyle::borderless);
+        }
+        if (auto const bezel = textProperty(widget, "bezel"); !applyBezel(*button, bezel)) {
+            problem("bezel", bezel);
+        }
+        if (auto const symbol = textProperty(widget, "symbol"); !symbol.empty()) {
+            auto const image = NSImage::imageWithSystemSymbolName(symbol);
+            image ? button->setImage(image) : problem("symbol", symbol);
+        }
+    }
+    if (auto* field = dynamic_cast<NSTextField*>(&view)) {
+        static_cast<NSTextFieldBacking&>(field->backing()).takeTextOfWidget();
+        auto const formatter = textProperty(widget, "formatter");
+        if (formatter == "number") {
+            field->setFormatter(std::make_shared<NSNumberFormatter>());
+        } else if (!formatter.empty()) {
+            problem("formatter", formatter);
+        }
+    }
+}

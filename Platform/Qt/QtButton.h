@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/AppKit/NSButton.h"
+
+#include <QPushButton>
+
+/// A button with a bezel of the desktop's style, with none until the pointer is over it, or the round
+/// one that stands for help. Takes the keyboard by Tab only.
+class QtButton final : public QPushButton {
+    Q_OBJECT
+    /// An `NSControlSize`.
+    Q_PROPERTY(int controlSize READ controlSize WRITE setControlSize)
+public:
+    QtButton();
+    void setBezel(NSBezelStyle bezel);
+    int controlSize() const { return static_cast<int>(m_controlSize); }
+    void setControlSize(int size);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool hitButton(QPoint const& place) const override;
+
+private:
+    int sideLength() const;
+    void paintHelp(QPainter& painter);
+    void paintBorderless(QPainter& painter);
+    void paintContent(QPainter& painter);
+
+    NSBezelStyle m_bezel { NSBezelStyle::rounded };
+    NSControlSize m_controlSize { NSControlSize::regular };
+};

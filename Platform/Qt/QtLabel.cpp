@@ -1,0 +1,76 @@
+#include "Platform/Qt/QtLabel.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QStyle>
+
+QtLabel::QtLabel(bool wraps)
+{
+    setTextFormat(Qt::PlainText);
+    setWordWrap(wraps);
+}
+
+void QtLabel::setPreferredWidth(int points)
+{
+    m_preferredWidth = points;
+    updateGeometry();
+}
+
+QString QtLabel::shownText() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
+
+void QtLabel::updateElision()
+{
+    QString const wanted = wordWrap() || shownText() == text() ? QString() : text();
+    bool const hasAnother = !toolTip().isEmpty() && toolTip() != m_ownToolTip;
+    if (wanted == m_ownToolTip || hasAnother) {
+        return;
+    }
+    m_ownToolTip = wanted;
+    setToolTip(wanted);
+}
+
+QSize QtLabel::sizeHint() const
+{
+    if (wordWrap() && m_preferredWidth > 0) {
+        return { m_preferredWidth, heightForWidth(m_preferredWidth) };
+    }
+    return QLabel::sizeHint();
+}
+
+QSize QtLabel::minimumSizeHint() const
+{
+    if (wordWrap()) {
+        return QLabel::minimumSizeHint();
+    }
+    int const shortest = fontMetrics().horizontalAdvance(QStringLiteral("xx…"));
+    return { qMin(shortest, QLabel::sizeHint().width()), QLabel::sizeHint().height() };
+}
+
+bool QtLabel::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip || event->type() == QEvent::FontChange) {
+        updateElision();
+    }
+    return QLabel::event(event);
+}
+
+void QtLabel::paintEvent(QPaintEvent* event)
+{
+    if (wordWrap()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    auto const flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
+    style()->drawItemText(
+        &painter, contentsRect(), flags, palette(), isEnabled(), shownText(), foregroundRole());
+}
+
+void QtLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    updateElision();
+}
