@@ -102,7 +102,7 @@ auto NSTableViewDiffableDataSource<S, I>::layoutOf(Snapshot const& snapshot, Sta
                 "a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
         }
         if (state.headerProvider) {
-            layout.identifiers.push_back(Identifier(std::in_place_index<0>, section.identifier));
+            layout.identifiers.emplace_back(std::in_place_index<0>, section.identifier);
             layout.rows.push_back({ .token = token, .isGroupRow = true });
         }
         for (auto const& item : section.items) {
@@ -110,7 +110,7 @@ auto NSTableViewDiffableDataSource<S, I>::layoutOf(Snapshot const& snapshot, Sta
                 NSFatalError("a snapshot holds the item " + std::string(describe(item)) + " twice");
             }
             auto const row = before.rowOfItem.find(item);
-            layout.identifiers.push_back(Identifier(std::in_place_index<1>, item));
+            layout.identifiers.emplace_back(std::in_place_index<1>, item);
             layout.rows.push_back({ .token
                 = row == before.rowOfItem.end() ? ++state.lastToken : before.rows[row->second].token });
         }
