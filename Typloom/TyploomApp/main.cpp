@@ -25,12 +25,23 @@ void complain(std::string const& sentence)
     std::cerr << "typloom: " << sentence << std::endl;
 }
 
+/// What the toolkit says of a platform without a screen is no news to the user of one.
+void passOnToolkitMessage(QtMsgType, QMessageLogContext const&, QString const& message)
+{
+    if (!message.startsWith("This plugin does not support") && !message.contains("XDG_RUNTIME_DIR")) {
+        std::cerr << message.toStdString() << std::endl;
+    }
+}
+
 /// Without a screen the toolkit draws into memory, in one style everywhere.
 void chooseToolkitPlatform(CommandLine const& commandLine)
 {
     if (commandLine.isOffscreen()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_STYLE_OVERRIDE", "Fusion");
+    }
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") {
+        qInstallMessageHandler(passOnToolkitMessage);
     }
 }
 

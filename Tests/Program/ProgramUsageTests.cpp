@@ -1,0 +1,75 @@
+#include "Tests/Program/TestProgram.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(ProgramUsage, versionAndHelpNeedNoFamilyAndNoScreen)
+{
+    auto const version = runProgram({ "--version" });
+    EXPECT_EQ(version.status, 0);
+    EXPECT_THAT(version.output, testing::MatchesRegex("typloom [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    auto const help = runProgram({ "--help" });
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.output, HasSubstr("--snapshot FILE.png"));
+}
+
+TEST(ProgramUsage, aCommandLineThatIsNoneEndsWith2AndOneSentence)
+{
+    for (auto const& [arguments, sentence] : std::vector<std::pair<std::vector<std::string>, std::string>> {
+             { { "--zoom" }, "typloom: There is no option '--zoom'; there are --glyph, " },
+             { { "F.designspace", "--glyph" }, "typloom: --glyph needs a value" },
+             { { "F.designspace", "--location", "wght=x" }, "typloom: 'x' is not a number" },
+             { { "F.designspace", "--size", "big" }, "typloom: 'big' is not a size" },
+             { { "--describe" }, "typloom: --describe needs a family" } }) {
+        auto const outcome = runProgram(arguments);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_THAT(outcome.errors, StartsWith(sentence));
+        EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1) << outcome.errors;
+    }
+}
+
+TEST(ProgramUsage, aFamilyThatCannotBeReadEndsWith1AndOneSentence)
+{
+    TestFolder const folder;
+    writeFile(folder / "empty.designspace", "");
+    writeFile(folder / "plist.designspace", "<plist/>");
+    for (std::string const name : { "empty.designspace", "plist.designspace", "missing.designspace" }) {
+        for (auto const& options :
+            { std::vector<std::string> {}, { "--snapshot", folder / "out.png" }, { "--describe" } }) {
+            std::vector<std::string> arguments { folder / name };
+            arguments.insert(arguments.end(), options.begin(), options.end());
+            auto const outcome = runProgram(arguments);
+            EXPECT_EQ(outcome.status, 1) << name;
+            EXPECT_EQ(outcome.output, "");
+            EXPECT_THAT(outcome.errors, HasSubstr(name));
+            EXPECT_EQ(std::ranges::count(outcome.errors, '\n'), 1) << outcome.errors;
+        }
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.png"));
+}
+
+TEST(ProgramUsage, anUnknownGlyphOrAxisListsWhatThereIs)
+{
+    TestFolder const folder;
+    auto const family = makeSmallFamily(folder).string();
+    auto const glyph = runProgram({ family, "--glyph", "a", "--describe" });
+    EXPECT_EQ(glyph.status, 1);
+    EXPECT_THAT(glyph.errors, HasSubstr("There is no glyph 'a' in the family; there are 'A', 'B'\n"));
+    auto const axis = runProgram({ family, "--location", "wgth=200", "--describe" });
+    EXPECT_EQ(axis.status, 1);
+    EXPECT_THAT(axis.errors, HasSubstr("There is no axis 'wgth'; axes by tag and name: 'wght', 'Weight'\n"));
+    EXPECT_EQ(axis.output, "");
+}
+
+TEST(ProgramUsage, aPictureThatCannotBeWrittenEndsWith1)
+{
+    TestFolder const folder;
+    auto const outcome = runProgram({ makeSmallFamily(folder), "--snapshot", folder / "none/out.png" });
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("none/out.png' cannot be written: "));
+}
