@@ -1,7 +1,6 @@
 #include "Typloom/TyploomCore/TLInterpolation.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -34,21 +33,10 @@ struct TreeLocation {
 
     std::optional<double> onGlyphAxis(std::string_view name) const
     {
-        // "rotate*1" and "rotate*2" are one axis, "rotate", to whoever sets it.
-        for (auto const key : { name, name.substr(0, name.find('*')) }) {
-            if (auto const entry = onGlyphAxes.find(key); entry != onGlyphAxes.end()) {
-                return entry->second;
-            }
-        }
-        return std::nullopt;
+        auto const entry = onGlyphAxes.find(name);
+        return entry == onGlyphAxes.end() ? std::nullopt : std::optional(entry->second);
     }
 };
-
-bool isNamed(TLAxis const& axis, std::string_view name)
-{
-    std::string_view const own = axis.name();
-    return own == name || own.substr(0, own.find('*')) == name;
-}
 
 /// Writes the contours of a component tree. Bounded, since files can nest without end, and can hold
 /// a thousand glyphs of two components each that draw more points than there are atoms.
@@ -77,12 +65,13 @@ public:
 
 private:
     static constexpr std::size_t maximumDepth = 128;
-    static constexpr std::size_t maximumWork = 4'000'000; ///< Points and components together.
+    static constexpr std::size_t maximumComponents = 16'384;
+    static constexpr std::size_t maximumPoints = 4'000'000;
 
     void addContour(TLContour const& contour, Transform const& transform)
     {
-        m_work += contour.points.size();
-        if (m_work > maximumWork) {
+        m_countOfPoints += contour.points.size();
+        if (m_countOfPoints > maximumPoints) {
             return report("draws too many components");
         }
         auto& added = contours.emplace_back();
@@ -94,8 +83,7 @@ private:
 
     void addComponent(TLComponent const& component, TreeLocation const& location, Transform const& transform)
     {
-        m_work += 16; // A component without a point costs time too.
-        if (m_work > maximumWork) {
+        if (++m_countOfComponents > maximumComponents) {
             return report("draws too many components");
         }
         if (std::ranges::find(m_path, component.base) != m_path.end()) {
@@ -119,22 +107,13 @@ private:
     TreeLocation locationBelow(TreeLocation location, TLComponent const& component, TLGlyph const& base) const
     {
         for (auto const& [name, value] : component.location) {
-            bool isOnOwnAxis = false;
-            for (auto const& axis : base.axes()) {
-                if (isNamed(*axis, name)) {
-                    location.onGlyphAxes[axis->name()] = value;
-                    isOnOwnAxis = true;
-                }
-            }
-            bool isOnFontAxis = false;
-            for (auto const& axis : m_font.canonicalAxes()) {
-                if (!isOnOwnAxis && isNamed(*axis, name)) {
-                    location.onFontAxes[axis->axisId()] = value;
-                    isOnFontAxis = true;
-                }
-            }
-            if (!isOnOwnAxis && !isOnFontAxis) {
-                location.onGlyphAxes[name] = value; // For a glyph further down.
+            auto isNamed = [&wanted = name](auto const& axis) { return axis->name() == wanted; };
+            auto const& fontAxes = m_font.canonicalAxes();
+            auto const fontAxis = std::ranges::find_if(fontAxes, isNamed);
+            if (fontAxis == fontAxes.end() || std::ranges::any_of(base.axes(), isNamed)) {
+                location.onGlyphAxes[name] = value; // The base's own, or for a glyph further down.
+            } else {
+                location.onFontAxes[(*fontAxis)->axisId()] = value;
             }
         }
         return location;
@@ -163,7 +142,8 @@ private:
     TLFont const& m_font;
     std::vector<std::string>& m_problems;
     std::vector<std::string> m_path; ///< From the decomposed glyph to the one being added.
-    std::size_t m_work { 0 };
+    std::size_t m_countOfComponents { 0 };
+    std::size_t m_countOfPoints { 0 };
 };
 
 } // namespace

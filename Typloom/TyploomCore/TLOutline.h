@@ -14,7 +14,7 @@ struct TLPoint {
     double y { 0 };
     TLPointType type { TLPointType::line };
     bool smooth { false };
-    std::string name; ///< Usually empty.
+    std::string name {}; ///< Usually empty.
     bool operator==(TLPoint const&) const = default;
 };
 
@@ -32,7 +32,7 @@ struct TLComponent {
     std::string base;
     std::array<double, 6> transform { 1, 0, 0, 1, 0, 0 };
     /// Of a variable component: axis name to design coordinate, for the base's axes.
-    std::map<std::string, double> location;
+    std::map<std::string, double> location {};
     bool isVariable { false };
     bool operator==(TLComponent const&) const = default;
 };
