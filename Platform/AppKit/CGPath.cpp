@@ -118,13 +118,15 @@ CGPath CGPath::continuousRoundedRect(NSRect rect, NSSize cornerSize)
         { rect.origin, { 0, height }, { width, 0 } },
     } };
     CGPath path;
+    bool isFirst = true;
     for (auto const& turn : turns) {
         auto const at = [&](std::size_t index) -> NSPoint {
             auto const [before, after] = corner[index];
             return { turn.tip.x + turn.before.x * before + turn.after.x * after,
                 turn.tip.y + turn.before.y * before + turn.after.y * after };
         };
-        path.isEmpty() ? path.moveTo(at(0)) : path.lineTo(at(0));
+        isFirst ? path.moveTo(at(0)) : path.lineTo(at(0));
+        isFirst = false;
         for (std::size_t index = 1; index + 2 < corner.size(); index += 3) {
             path.curveTo(at(index), at(index + 1), at(index + 2));
         }

@@ -29,6 +29,6 @@ inline NSSize fromQSize(QSize size)
     return { static_cast<double>(size.width()), static_cast<double>(size.height()) };
 }
 
-QColor toQColor(NSColor color);
-NSColor fromQColor(QColor const& color);
-QFont toQFont(NSFont const& font);
+PLATFORM_API QColor toQColor(NSColor color);
+PLATFORM_API NSColor fromQColor(QColor const& color);
+PLATFORM_API QFont toQFont(NSFont const& font);

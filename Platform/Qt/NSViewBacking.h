@@ -9,7 +9,7 @@
 /// The toolkit's side of a view. Owns the widget for as long as the view lives: the view's death
 /// deletes it, after the widgets of its subviews have been taken out of it, since those belong to
 /// their own views. A widget that the toolkit deletes first leaves a view that does nothing.
-struct NSViewBacking {
+struct PLATFORM_API NSViewBacking {
     explicit NSViewBacking(QWidget* ownedWidget);
     virtual ~NSViewBacking();
     NSViewBacking(NSViewBacking const&) = delete;

@@ -111,8 +111,8 @@ PopoverPlacement placePopover(QSize content, QRect anchor, NSRectEdge preferred,
     PopoverPlacement result;
     result.edge = chooseEdge(beside ? size.width() : size.height(), anchor, preferred, screen);
     result.window = broughtInto(besideAnchor(size, anchor, result.edge), screen);
-    int const tip
-        = beside ? anchor.center().y() - result.window.top() : anchor.center().x() - result.window.left();
+    int const tip = beside ? anchor.top() + anchor.height() / 2 - result.window.top()
+                           : anchor.left() + anchor.width() / 2 - result.window.left();
     int const length = beside ? size.height() : size.width();
     int const least = std::min(cornerRadius + arrowHalfWidth, length / 2);
     result.arrow = std::clamp(tip, least, length - least);
