@@ -1,9 +1,9 @@
 #include "Typloom/TyploomApp/TLSidebar.h"
 
-#include "Platform/AppKit/NSButton.h"
 #include "Platform/AppKit/NSViewController.h"
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
+#include "Platform/Qt/SymbolIcons.h"
 #include "Typloom/TyploomKit/TLPlaceholderView.h"
 
 #include <QAbstractButton>
@@ -14,6 +14,8 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 #include <QWidget>
+
+#include <cmath>
 
 namespace {
 
@@ -30,13 +32,8 @@ public:
         setFocusPolicy(Qt::TabFocus);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         if (image) {
-            m_symbol = std::make_shared<NSButton>();
-            m_symbol->setBezelStyle(NSBezelStyle::borderless);
-            m_symbol->setImage(image);
-            auto* const symbol = qtWidget(*m_symbol);
-            symbol->setParent(this);
-            symbol->setAttribute(Qt::WA_TransparentForMouseEvents);
-            symbol->setFocusPolicy(Qt::NoFocus);
+            setIcon(symbolIcon(*image));
+            m_symbolSize = static_cast<int>(std::lround(symbolSize(image->symbolConfiguration().scale)));
         }
     }
 
@@ -47,14 +44,6 @@ public:
     QSize minimumSizeHint() const override { return { 3 * margin, sizeHint().height() }; }
 
 protected:
-    void resizeEvent(QResizeEvent*) override
-    {
-        if (m_symbol) {
-            qtWidget(*m_symbol)->setGeometry(
-                contentLeft(), (height() - symbolSize) / 2, symbolSize, symbolSize);
-        }
-    }
-
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
@@ -65,7 +54,8 @@ protected:
         painter.setBrush(ground);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
         painter.setPen(palette().color(QPalette::WindowText));
-        int const left = contentLeft() + (m_symbol ? symbolSize + gap : 0);
+        icon().paint(&painter, contentLeft(), (height() - m_symbolSize) / 2, m_symbolSize, m_symbolSize);
+        int const left = contentLeft() + symbolWidth();
         QRect const area(left, 0, width() - left - 4, height());
         painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft,
             fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
@@ -77,15 +67,12 @@ protected:
 private:
     static constexpr int margin = 10;
     static constexpr int gap = 6;
-    static constexpr int symbolSize = 22;
 
-    int contentWidth() const
-    {
-        return fontMetrics().horizontalAdvance(text()) + (m_symbol ? symbolSize + gap : 0);
-    }
+    int symbolWidth() const { return m_symbolSize > 0 ? m_symbolSize + gap : 0; }
+    int contentWidth() const { return fontMetrics().horizontalAdvance(text()) + symbolWidth(); }
     int contentLeft() const { return std::max(4, (width() - contentWidth()) / 2); }
 
-    std::shared_ptr<NSButton> m_symbol;
+    int m_symbolSize { 0 }; ///< 0 without an image.
 };
 
 /// Tells when the sidebar comes to be shown and ceases to be.

@@ -17,7 +17,7 @@ struct TLGlyphObject {
 ///
 /// The object at the start of the selection is the edited one. There is none while the text is empty or
 /// the cursor stands behind the last object.
-class TLTextLine {
+class TYPLOOM_API TLTextLine {
 public:
     std::vector<TLGlyphObject> const& objects() const { return m_objects; }
     NSRange selectedRange() const { return m_selection; }

@@ -1,0 +1,64 @@
+#include "Tests/TyploomApp/EditFamily.h"
+#include "Typloom/TyploomApp/TLStateText.h"
+
+#include <gtest/gtest.h>
+
+TEST(TLStateText, saysWhereTheViewStands)
+{
+    EditFamily family;
+    TLEditState state(family.font());
+    state.setGlyphNames({ "A", "C" }, 0);
+    EXPECT_EQ(TLStateText(state, {}), "Light");
+    state.setMasterIndex(1);
+    EXPECT_EQ(TLStateText(state, {}), "Bold");
+    state.switchToLayer("A-700", { 0, 1 });
+    EXPECT_EQ(TLStateText(state, {}), "Intermediate layer A-700");
+    state.setAxisLocation(TLLocation { { "wght", 550.25 } });
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25");
+    state.select({ 1, 0 });
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25, arm 0");
+    state.select({ 2, 0 });
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25") << "no glyph is edited";
+    state.setMasterIndex(0);
+    EXPECT_EQ(TLStateText(state, {}), "Light");
+}
+
+TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)
+{
+    EditFamily family;
+    TLEditState state(family.font());
+    state.setGlyphNames({ "X" }, 0);
+    TLDrawingProblem const problem { "the outlines do not fit", "Bold" };
+    state.setAxisLocation(TLLocation { { "wght", 900.0 } });
+    EXPECT_EQ(TLStateText(state, problem), "Nearest source: Bold (the outlines do not fit)");
+    EXPECT_EQ(TLStateText(state, TLDrawingProblem { "no slice", "" }), "Nearest source (no slice)");
+    state.setMasterIndex(1);
+    EXPECT_EQ(TLStateText(state, problem), "Bold") << "a layer is what it is";
+}
+
+TEST(TLStateText, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
+{
+    FontBuilder builder;
+    TLLocation place;
+    for (std::string const name : { "a", "b", "c", "d", "e", "f", "g", "h" }) {
+        builder.addAxis(name, name);
+        place[name] = 5.0;
+    }
+    builder.addMaster("light", {});
+    TLEditState state(builder.font());
+    state.setAxisLocation(TLLocation { { "b", 5.0 }, { "h", 0.5 } });
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated — b 5, h 0.5");
+    state.setAxisLocation(place);
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated — a 5, b 5, c 5, d 5, e 5, f 5, …");
+}
+
+TEST(TLStateText, namesOtherLayersAndNoMaster)
+{
+    EditFamily family;
+    family.builder.addOtherLayer(family.b, "sketch", "light");
+    TLEditState state(family.font());
+    state.setGlyphNames({ "B" }, 0);
+    state.switchToLayer("sketch", { 0, 1 });
+    EXPECT_EQ(TLStateText(state, {}), "Layer sketch");
+    EXPECT_EQ(TLStateText(TLEditState(std::make_shared<TLFont>()), {}), "No master");
+}
