@@ -3,13 +3,17 @@
 #include "Platform/AppKit/CGContext.h"
 #include "Platform/Qt/EventDispatch.h"
 #include "Platform/Qt/NSViewBacking.h"
+#include "Platform/Qt/SliderAccessibility.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include <QAccessible>
 #include <QCoreApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 
 namespace {
 constexpr double knobRadius = 7;
@@ -94,9 +98,31 @@ private:
     NSSlider& m_slider;
 };
 
+/// The tool tip of a slider that has none of its own: value and range, as they are then.
+class NSSlider::PlaceTip final : public QObject {
+public:
+    explicit PlaceTip(NSSlider& slider)
+        : QObject(qtWidget(slider))
+    {
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* const widget = static_cast<QWidget*>(watched);
+        auto const* const slider = dynamic_cast<NSSlider const*>(viewOfWidget(widget));
+        if (event->type() != QEvent::ToolTip || !slider || !widget->toolTip().isEmpty()) {
+            return false;
+        }
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), sliderPlaceText(*slider), widget);
+        return true;
+    }
+};
+
 NSSlider::NSSlider()
 {
     setAcceptsFirstResponder(true, false);
+    qtWidget(*this)->installEventFilter(new PlaceTip(*this));
+    installSliderAccessibility();
 }
 
 NSSlider::~NSSlider() = default;
@@ -127,6 +153,10 @@ void NSSlider::setDoubleValue(double value)
     if (std::isfinite(value)) {
         m_value = value + 0.0;
         setNeedsDisplay(true);
+        if (QAccessible::isActive()) {
+            QAccessibleValueChangeEvent event(qtWidget(*this), doubleValue());
+            QAccessible::updateAccessibility(&event);
+        }
     }
 }
 
@@ -277,6 +307,14 @@ void NSSlider::changeByUser(double value)
     sendAction();
 }
 
+void NSSlider::performChange(double value)
+{
+    auto const reached = std::max(m_minValue, std::min(value, m_maxValue));
+    if (std::isfinite(value) && reached != doubleValue()) {
+        changeByUser(reached);
+    }
+}
+
 // Keys and wheel.
 
 double NSSlider::keyStep(bool coarse) const
@@ -332,10 +370,7 @@ void NSSlider::keyDown(NSEvent const& event)
         NSControl::keyDown(event);
         return;
     }
-    auto const value = std::max(m_minValue, std::min(*wanted, m_maxValue));
-    if (value != doubleValue()) {
-        changeByUser(value);
-    }
+    performChange(*wanted);
 }
 
 void NSSlider::scrollWheel(NSEvent const& event)
@@ -349,10 +384,7 @@ void NSSlider::scrollWheel(NSEvent const& event)
         return;
     }
     auto const step = std::copysign(keyStep(event.modifiers.shift), std::exchange(m_wheelTurn, 0));
-    auto const value = std::clamp(doubleValue() + step, m_minValue, std::max(m_minValue, m_maxValue));
-    if (value != doubleValue()) {
-        changeByUser(value);
-    }
+    performChange(doubleValue() + step);
 }
 
 // Drawing.

@@ -22,6 +22,9 @@ public:
     void setMinValue(double value);
     void setMaxValue(double value);
     void setDoubleValue(double value);
+    /// Changes the value as a person does: brings it into the range and sends the action if that is another
+    /// value.
+    void performChange(double value);
     bool isTracking() const { return m_drag.has_value(); }
 
     void setEnabled(bool enabled) override;
@@ -61,6 +64,7 @@ protected:
 private:
     struct Drag;
     class DragWatch;
+    class PlaceTip;
     bool isOnKnob(NSPoint point) const;
     double keyStep(bool coarse) const;
     double pointsPerPoint(bool fine) const;

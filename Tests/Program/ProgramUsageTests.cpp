@@ -73,3 +73,32 @@ TEST(ProgramUsage, aPictureThatCannotBeWrittenEndsWith1)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("none/out.png' cannot be written: "));
 }
+
+TEST(ProgramUsage, withoutAScreenAWindowIsRefusedInASentence)
+{
+    TestFolder const folder;
+    auto const family = makeSmallFamily(folder).string();
+    for (auto const& arguments : { std::vector<std::string> {}, { family } }) {
+        auto const outcome = runProgram(arguments, "");
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_THAT(
+            outcome.errors, StartsWith("typloom: There is no screen to open a window on; --snapshot"));
+    }
+    auto const unreadable = runProgram({ folder / "missing.designspace" }, "");
+    EXPECT_EQ(unreadable.status, 1);
+    EXPECT_THAT(unreadable.errors, HasSubstr("missing.designspace"));
+    EXPECT_EQ(runProgram({ family, "--describe" }, "").status, 0);
+}
+
+TEST(ProgramUsage, aDescriptionThatCannotBeWrittenEndsWith1)
+{
+    TestFolder const folder;
+    auto const family = makeSmallFamily(folder).string();
+    QProcess process;
+    process.setStandardOutputFile("/dev/full");
+    process.start(PROGRAM, { QString::fromStdString(family), "--describe" });
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_THAT(
+        process.readAllStandardError().toStdString(), HasSubstr("cannot be written to the standard output"));
+}

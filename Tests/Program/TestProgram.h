@@ -17,8 +17,9 @@ struct Outcome {
     QJsonObject json() const { return QJsonDocument::fromJson(QByteArray::fromStdString(output)).object(); }
 };
 
-/// Starts the built program as a process of its own, without a screen, and waits for its end.
-inline Outcome runProgram(std::vector<std::string> const& arguments)
+/// Starts the built program as a process of its own and waits for its end. `platform` is the toolkit's;
+/// an empty one leaves the choice to the program, on a machine without a screen.
+inline Outcome runProgram(std::vector<std::string> const& arguments, QString const& platform = "offscreen")
 {
     QStringList list;
     for (auto const& argument : arguments) {
@@ -27,7 +28,9 @@ inline Outcome runProgram(std::vector<std::string> const& arguments)
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.remove("QT_SCALE_FACTOR");
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    environment.remove("DISPLAY");
+    environment.remove("WAYLAND_DISPLAY");
+    environment.insert("QT_QPA_PLATFORM", platform);
     process.setProcessEnvironment(environment);
     process.start(PROGRAM, list);
     if (!process.waitForFinished(60'000)) {

@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
+#include <QHelpEvent>
+#include <QToolTip>
+
 using testing::DoubleEq;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -127,4 +131,38 @@ TEST(SliderWheel, atTheEndOfTheRangeAFocusedSliderKeepsIt)
     shown.wheel(1);
     EXPECT_THAT(shown.recorder->values, ElementsAre(1000));
     EXPECT_EQ(shown.list->wheels, 0);
+}
+
+TEST(SliderAccessibility, aScreenReaderFindsNameNumberAndPlaceAndCanChangeTheValue)
+{
+    ShownSlider shown;
+    shown.slider->setAccessibilityLabel("Weight");
+    shown.slider->setMaxValue(700);
+    shown.slider->setMinValue(400);
+    shown.slider->setDoubleValue(540);
+    auto* const interface = QAccessible::queryAccessibleInterface(qtWidget(*shown.slider));
+    ASSERT_TRUE(interface);
+    EXPECT_EQ(interface->role(), QAccessible::Slider);
+    EXPECT_EQ(interface->text(QAccessible::Name), "Weight");
+    EXPECT_EQ(interface->text(QAccessible::Value), "540, between 400 and 700");
+    auto* const value = interface->valueInterface();
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->currentValue(), 540);
+    value->setCurrentValue(900);
+    value->setCurrentValue(700);
+    shown.slider->setEnabled(false);
+    value->setCurrentValue(400);
+    EXPECT_THAT(shown.recorder->values, ElementsAre(700));
+}
+
+TEST(SliderAccessibility, theToolTipSaysValueAndRangeUnlessThereIsAnother)
+{
+    ShownSlider shown;
+    auto* const widget = qtWidget(*shown.slider);
+    QHelpEvent event(QEvent::ToolTip, { 5, 5 }, widget->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(widget, &event);
+    EXPECT_EQ(QToolTip::text(), "500, between 0 and 1000");
+    shown.slider->setToolTip("Another");
+    QCoreApplication::sendEvent(widget, &event);
+    EXPECT_EQ(QToolTip::text(), "Another");
 }

@@ -33,10 +33,21 @@ void passOnToolkitMessage(QtMsgType, QMessageLogContext const&, QString const& m
     }
 }
 
-/// Without a screen the toolkit draws into memory, in one style everywhere.
-void chooseToolkitPlatform(CommandLine const& commandLine)
+/// Whether a window could be shown; otherwise the toolkit would end the program before a word is said.
+bool hasScreen()
 {
-    if (commandLine.isOffscreen()) {
+    for (auto const* variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" }) {
+        if (!qEnvironmentVariableIsEmpty(variable)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Without a screen the toolkit draws into memory, in one style everywhere.
+void chooseToolkitPlatform(bool isOffscreen)
+{
+    if (isOffscreen) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_STYLE_OVERRIDE", "Fusion");
     }
@@ -102,7 +113,11 @@ ExitStatus writeOutputs(CommandLine const& commandLine, TLDocumentWindow& window
     if (commandLine.describe) {
         std::cout << DescribeWindow(window) << std::flush;
     }
-    return std::cout ? succeeded : failed;
+    if (!std::cout) {
+        complain("The description cannot be written to the standard output");
+        return failed;
+    }
+    return succeeded;
 }
 
 /// A family that cannot be read is told in a dialog too where a person can see one.
@@ -117,10 +132,19 @@ ExitStatus reportUnreadable(std::string const& sentence, TLApplicationController
     return failed;
 }
 
-int run(CommandLine const& commandLine)
+ExitStatus complainOfNoScreen()
+{
+    complain("There is no screen to open a window on; --snapshot and --describe need none");
+    return failed;
+}
+
+int run(CommandLine const& commandLine, bool canShow)
 {
     TLApplicationController application;
     loadPlugins(commandLine, application);
+    if (!commandLine.family && !canShow) {
+        return complainOfNoScreen();
+    }
     if (!commandLine.family) {
         application.openInvitation()->widget()->resize(commandLine.size.width, commandLine.size.height);
         return QApplication::exec();
@@ -135,7 +159,10 @@ int run(CommandLine const& commandLine)
         complain(*problem);
         return failed;
     }
-    return commandLine.isOffscreen() ? writeOutputs(commandLine, window) : QApplication::exec();
+    if (commandLine.isOffscreen()) {
+        return writeOutputs(commandLine, window);
+    }
+    return canShow ? QApplication::exec() : complainOfNoScreen();
 }
 } // namespace
 
@@ -152,12 +179,13 @@ int main(int argc, char** argv)
         std::cout << (commandLine.help ? CommandLineHelp() : std::string("typloom " TYPLOOM_VERSION "\n"));
         return succeeded;
     }
-    chooseToolkitPlatform(commandLine);
+    bool const canShow = hasScreen();
+    chooseToolkitPlatform(commandLine.isOffscreen() || !canShow);
     int toolkitArguments = 1; // The toolkit's own options are none of ours.
     QApplication application(toolkitArguments, argv);
     std::setlocale(LC_NUMERIC, "C"); // The toolkit has set the user's, which would reach into files.
     QApplication::setApplicationName("Typloom");
     QApplication::setApplicationVersion(TYPLOOM_VERSION);
     NSBundle::setMainBundlePath(QApplication::applicationDirPath().toStdString());
-    return run(commandLine);
+    return run(commandLine, canShow);
 }
