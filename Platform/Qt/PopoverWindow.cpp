@@ -5,6 +5,7 @@
 #include "Platform/Qt/NSViewBacking.h"
 
 #include <QApplication>
+#include <QBitmap>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
@@ -184,15 +185,22 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event)
 
 void PopoverWindow::resizeEvent(QResizeEvent*)
 {
-    // A mask, since translucency needs a compositor.
-    setMask(QRegion(popoverOutline(m_placement).toFillPolygon().toPolygon()));
+    // A mask, since translucency needs a compositor. Drawn, so that it holds the line around it too.
+    QBitmap mask(size());
+    mask.clear();
+    QPainter painter(&mask);
+    painter.setPen(Qt::color1);
+    painter.setBrush(Qt::color1);
+    painter.drawPath(popoverOutline(m_placement));
+    painter.end();
+    setMask(mask);
 }
 
 void PopoverWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(toQColor(NSColor::separatorColor()));
+    painter.setPen(toQColor(NSColor::tertiaryLabelColor()));
     painter.setBrush(palette().window());
     painter.drawPath(popoverOutline(m_placement));
 }

@@ -19,7 +19,9 @@ QPainterPath stroked(QPainterPath const& line, double width = 1.5)
     stroker.setWidth(width);
     stroker.setCapStyle(Qt::RoundCap);
     stroker.setJoinStyle(Qt::RoundJoin);
-    return stroker.createStroke(line);
+    auto outline = stroker.createStroke(line);
+    outline.setFillRule(Qt::WindingFill);
+    return outline;
 }
 
 QPainterPath polyline(std::initializer_list<QPointF> points)
@@ -153,9 +155,7 @@ QPainterPath symbolShape(std::string_view name)
     } };
     auto const found
         = std::find_if(makers.begin(), makers.end(), [&](auto const& entry) { return entry.first == name; });
-    QPainterPath shape = found == makers.end() ? QPainterPath() : found->second();
-    shape.setFillRule(Qt::WindingFill);
-    return shape;
+    return found == makers.end() ? QPainterPath() : found->second();
 }
 
 double symbolSize(NSImageSymbolScale scale)

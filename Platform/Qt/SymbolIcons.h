@@ -6,8 +6,8 @@
 #include <QIcon>
 #include <QPainterPath>
 
-/// The shape of a system symbol in a square of 16 points, filled with the winding rule; empty for
-/// a name that the platform does not know.
+/// The shape of a system symbol in a square of 16 points, filled by the rule that it carries; empty
+/// for a name that the platform does not know.
 PLATFORM_API QPainterPath symbolShape(std::string_view name);
 
 /// The side of the square in which a symbol is shown, in points.

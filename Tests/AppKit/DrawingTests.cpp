@@ -252,6 +252,10 @@ TEST(SymbolIcon, isDrawnInTheTextColourAndAnewForEveryDensity)
         EXPECT_EQ(image.pixelColor(middle, middle).rgb(), text.rgb());
         EXPECT_EQ(image.pixelColor(static_cast<int>(3 * density), static_cast<int>(3 * density)).alpha(), 0);
     }
+    auto const clear
+        = symbolIcon(*NSImage::imageWithSystemSymbolName("xmark.circle.fill")).pixmap(16, 16).toImage();
+    EXPECT_EQ(clear.pixelColor(8, 8).alpha(), 0); // The cross is cut out of the disc.
+    EXPECT_EQ(clear.pixelColor(8, 4).rgb(), text.rgb());
     auto const disabled = icon.pixmap(QSize(16, 16), 1.0, QIcon::Disabled).toImage();
     EXPECT_NE(disabled.pixelColor(8, 8).rgb(), text.rgb());
 }

@@ -9,6 +9,8 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -24,6 +26,7 @@ public:
         root->setFrame({ {}, { static_cast<double>(size.width()), static_cast<double>(size.height()) } });
         window.show();
         window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
         settle();
     }
     ~ViewWindow() { moveAway(); }
