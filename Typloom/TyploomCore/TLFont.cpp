@@ -62,6 +62,12 @@ void TLFont::insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size
     if (!master) {
         return;
     }
+    if (index >= m_masters.size()) {
+        // Files give masters in their order; none of the others moves.
+        m_masterIndexes.try_emplace(master->id(), m_masters.size());
+        m_masters.push_back(master);
+        return documentDidChange();
+    }
     insertAt(m_masters, master, index);
     didChangeMasters();
 }
@@ -94,6 +100,11 @@ void TLFont::insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index)
 {
     if (!axis) {
         return;
+    }
+    if (index >= m_axes.size()) {
+        m_axisIndexes.try_emplace(axis->axisId(), m_axes.size());
+        m_axes.push_back(axis);
+        return documentDidChange();
     }
     insertAt(m_axes, axis, index);
     didChangeAxes();
