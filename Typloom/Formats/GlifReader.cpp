@@ -182,8 +182,8 @@ std::vector<char32_t> findUnicodes(std::string_view glifText)
             continue;
         }
         auto const end = tag.find(tag[start], start + 1);
-        if (auto const character
-            = parseCharacter(tag.substr(start + 1, end == npos ? end : end - start - 1))) {
+        auto const text = end == npos ? std::string_view {} : tag.substr(start + 1, end - start - 1);
+        if (auto const character = parseCharacter(text)) {
             found.push_back(*character);
         }
     }

@@ -24,8 +24,20 @@ Result<XmlDocument> XmlDocument::parse(std::string text, std::string file)
 
 std::size_t XmlDocument::lineOf(pugi::xml_node node) const
 {
-    auto const offset = node.offset_debug();
-    return offset < 0 ? 0 : lineOfOffset(m_text, static_cast<std::size_t>(offset));
+    auto const found = node.offset_debug();
+    if (found < 0) {
+        return 0;
+    }
+    // A file can ask for the line of each of its elements, in their order.
+    auto const offset = static_cast<std::size_t>(found);
+    if (offset < m_lastOffset) {
+        m_lastOffset = 0;
+        m_lastLine = 1;
+    }
+    auto const since = std::string_view(m_text).substr(m_lastOffset, offset - m_lastOffset);
+    m_lastLine += lineOfOffset(since, since.size()) - 1;
+    m_lastOffset = offset;
+    return m_lastLine;
 }
 
 FormatError XmlDocument::errorAt(pugi::xml_node node, std::string reason) const

@@ -22,6 +22,8 @@ private:
     std::unique_ptr<pugi::xml_document> m_document { std::make_unique<pugi::xml_document>() };
     std::string m_text;
     std::string m_file;
+    mutable std::size_t m_lastOffset { 0 }; ///< Where the last line was asked for.
+    mutable std::size_t m_lastLine { 1 };
 };
 
 /// Reads number attributes and remembers the first that is none.
