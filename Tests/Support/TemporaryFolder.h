@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+/// A new folder that goes with the object.
+class TemporaryFolder {
+public:
+    TemporaryFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "typloom-test-XXXXXX").string();
+        m_path = ::mkdtemp(pattern.data());
+    }
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+    std::filesystem::path const& path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
