@@ -65,6 +65,8 @@ private:
     struct Drag;
     class DragWatch;
     class PlaceTip;
+    static constexpr double knobRadius = 7; ///< Points, as below.
+    static constexpr double focusRingWidth = 2;
     bool isOnKnob(NSPoint point) const;
     double keyStep(bool coarse) const;
     double pointsPerPoint(bool fine) const;
