@@ -57,6 +57,9 @@ NSEvent eventFromToolkit(QEvent const& event, QWidget const& receiver);
 /// widget directly.
 void countClick(QEvent const& press);
 
+/// The widget that a mouse button went down on and is held over, null when none is.
+QWidget* pressedWidget();
+
 /// Told before a mouse press is delivered, with the widget that gets it (null: none). The observer
 /// ends when the returned handle does.
 using PressObserver = std::function<void(QWidget* target)>;

@@ -22,9 +22,16 @@ std::vector<std::weak_ptr<PressObserver>>& pressObservers()
     return observers;
 }
 
+QPointer<QWidget>& heldWidget()
+{
+    static auto& widget = *new QPointer<QWidget>;
+    return widget;
+}
+
 void tellPressObservers(QWidget* target)
 {
     QPointer<QWidget> const stillThere = target;
+    heldWidget() = target;
     std::erase_if(pressObservers(), [](auto const& observer) { return observer.expired(); });
     auto const observers = pressObservers();
     for (auto const& weak : observers) {
@@ -243,6 +250,11 @@ void installEventFilter()
 }
 
 } // namespace
+
+QWidget* pressedWidget()
+{
+    return QGuiApplication::mouseButtons() == Qt::NoButton ? nullptr : heldWidget().data();
+}
 
 std::shared_ptr<void> observePresses(PressObserver observer)
 {

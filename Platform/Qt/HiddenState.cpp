@@ -42,9 +42,9 @@ void settle(QWidget& widget)
 /// Whether hiding the widget now would disturb what the user is doing.
 bool isInUse(QWidget const& widget)
 {
-    auto const* focus = QApplication::focusWidget();
-    return QGuiApplication::mouseButtons() != Qt::NoButton
-        || (focus && (focus == &widget || widget.isAncestorOf(focus)));
+    auto const holds
+        = [&](QWidget const* inner) { return inner && (inner == &widget || widget.isAncestorOf(inner)); };
+    return holds(pressedWidget()) || holds(QApplication::focusWidget());
 }
 
 } // namespace

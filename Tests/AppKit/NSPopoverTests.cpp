@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -202,6 +203,24 @@ TEST(NSPopover, outlivesTheWindowItWasOpenedFrom)
     ViewWindow::settle();
     EXPECT_EQ(delegate->calls, closedOnce);
     EXPECT_NE(qtWidget(*content->view()), nullptr);
+}
+
+TEST(NSPopover, growsWithItsContentAndMovesWithItsWindow)
+{
+    OpenPopover test;
+    auto const before = test.window().geometry();
+    auto* layout = new QVBoxLayout(qtWidget(*test.content->view()));
+    auto* filler = new QWidget;
+    filler->setFixedSize(200, 90);
+    layout->setContentsMargins({});
+    layout->addWidget(filler);
+    ViewWindow::settle();
+    EXPECT_EQ(test.content->view()->bounds().size, (NSSize { 200, 90 }));
+    EXPECT_EQ(test.window().geometry().top(), before.top());
+
+    test.host.window.move(test.host.window.pos() + QPoint(30, 40));
+    ViewWindow::settle();
+    EXPECT_EQ(test.window().geometry().top(), before.top() + 40);
 }
 
 TEST(NSPopover, isClosedOnceThoughItsDelegateClosesItAgain)

@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -216,6 +217,55 @@ TEST(NSViewHidden, inAnEventIsAppliedAtItsEnd)
     EXPECT_TRUE(visibleDuringEvent);
     EXPECT_FALSE(qtWidget(*other)->isVisible());
     host.release({ 20, 20 });
+}
+
+TEST(NSViewHidden, isSeenByALayoutThatIsAskedForInTheEvent)
+{
+    ViewWindow host;
+    auto* layout = new QHBoxLayout(qtWidget(*host.root));
+    auto const pressed = std::make_shared<RecordingView>();
+    auto const other = std::make_shared<NSView>();
+    for (auto const& view : { std::shared_ptr<NSView>(pressed), other }) {
+        layout->addWidget(qtWidget(*view));
+        host.root->addSubview(view);
+    }
+    ViewWindow::settle();
+    double const before = pressed->frame().size.width;
+    double during = 0;
+    bool keptWhatIsPressed = false;
+    pressed->onEvent = [&](NSEvent const&) {
+        other->setHidden(true);
+        pressed->setHidden(true);
+        host.root->layoutSubtreeIfNeeded();
+        during = pressed->frame().size.width;
+        keptWhatIsPressed = qtWidget(*pressed)->isVisible();
+        pressed->setHidden(false);
+    };
+    host.press({ 40, 100 });
+    EXPECT_GT(during, before * 1.5);
+    EXPECT_TRUE(keptWhatIsPressed);
+    host.move({ 50, 100 });
+    host.release({ 50, 100 });
+    EXPECT_EQ(pressed->events, (Events { "down 1", "dragged 1", "up 1" }));
+}
+
+TEST(NSViewHidden, isAppliedInADialogThatTheEventOpens)
+{
+    ViewWindow host;
+    auto const view = host.add(std::make_shared<RecordingView>(), { { 10, 10 }, { 50, 50 } });
+    auto const other = host.add(std::make_shared<NSView>(), { { 100, 10 }, { 50, 50 } });
+    bool visibleInDialog = true;
+    view->onEvent = [&](NSEvent const& event) {
+        if (event.type == NSEventType::leftMouseDown) {
+            other->setHidden(true);
+            QEventLoop dialog;
+            QTimer::singleShot(10, &dialog, &QEventLoop::quit);
+            dialog.exec();
+            visibleInDialog = qtWidget(*other)->isVisible();
+        }
+    };
+    host.click({ 20, 20 });
+    EXPECT_FALSE(visibleInDialog);
 }
 
 TEST(NSViewHidden, controlsInALayoutKeepTheirPlace)
