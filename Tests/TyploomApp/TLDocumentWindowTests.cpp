@@ -248,7 +248,8 @@ TEST_F(TLDocumentWindowTest, givesBackTheNameOfTheEditedGlyphWhenNoneWasChosen)
     QTest::keyClicks(&glyph, "unknown");
     QTest::keyClick(&glyph, Qt::Key_Return);
     EXPECT_EQ(controller->activeLayer()->glyph(), family.b);
-    qtWidget(view)->setFocus();
+    QTest::keyClick(&glyph, Qt::Key_Escape);
+    EXPECT_TRUE(qtWidget(view)->hasFocus());
     EXPECT_EQ(glyph.text(), "B");
 }
 

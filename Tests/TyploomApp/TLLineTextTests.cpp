@@ -63,13 +63,12 @@ TEST(TLLineText, opensWithALineThatTheFontCanShow)
     for (char const letter : std::string("ABEFGHIMNORSTUV")) {
         capitals.addEmptyGlyph(std::string(1, letter))->setUnicodes({ static_cast<char32_t>(letter) });
     }
-    EXPECT_EQ(TLDefaultGlyphNames(*capitals.font()).size(), 15U);
-    EXPECT_EQ(TLDefaultGlyphNames(*capitals.font()).front(), "H");
+    EXPECT_EQ(TLDefaultText(*capitals.font()), "HAMBURGEFONSTIV");
 
     FontBuilder unencoded;
     unencoded.addMaster("light", {});
     unencoded.addEmptyGlyph("blank");
     unencoded.addGlyph("drawn", [](TLFontMaster const&) { return boxOutline(400); });
-    EXPECT_THAT(TLDefaultGlyphNames(*unencoded.font()), ElementsAre("drawn"));
-    EXPECT_THAT(TLDefaultGlyphNames(*FontBuilder().font()), IsEmpty());
+    EXPECT_EQ(TLDefaultText(*unencoded.font()), "/drawn ");
+    EXPECT_EQ(TLDefaultText(*FontBuilder().font()), "");
 }

@@ -19,13 +19,22 @@
 
 namespace {
 
-/// A field that gives the keyboard back to the edit view on Return and Escape.
+/// A field of the toolbar, from which Escape leads back to the edit view.
 class ToolbarField final : public QLineEdit {
 public:
     std::function<void()> willBegin; ///< The user has come into the field.
-    std::function<void()> didFinish; ///< Return or Escape was pressed, or the field was left.
+    std::function<void()> didFinish; ///< The field was left.
+    std::function<void()> didCancel; ///< Escape was pressed.
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Escape && didCancel) {
+            didCancel();
+        } else {
+            QLineEdit::keyPressEvent(event);
+        }
+    }
     void focusInEvent(QFocusEvent* event) override
     {
         if (willBegin) {
@@ -72,6 +81,7 @@ struct TLDocumentToolbar::Impl {
     {
         buildTextField();
         buildGlyphField();
+        textField->didCancel = glyphField->didCancel = [this] { focusEditView(); };
         auto* const layout = new QHBoxLayout(widget);
         layout->setContentsMargins(10, 6, 10, 6);
         layout->setSpacing(6);

@@ -151,13 +151,13 @@ struct TLDocumentWindow::Impl {
     void showFamily(std::shared_ptr<TLFont> font)
     {
         state = std::make_shared<TLEditState>(std::move(font));
-        state->setGlyphNames(TLDefaultGlyphNames(*state->font()), 0);
-        state->select({ .location = state->line().objects().size() / 2, .length = 0 });
         windowController = std::make_shared<TLDocumentWindowController>(state);
         editViewController = std::make_shared<TLDocumentEditViewController>(state, windowController);
         editViewController->init();
         statusStrip = std::make_unique<TLStatusStrip>();
         toolbar = std::make_unique<TLDocumentToolbar>(state, lineView());
+        toolbar->setText(TLDefaultText(*state->font()));
+        state->select({ .location = state->line().objects().size() / 2, .length = 0 });
         sidebar = std::make_shared<TLSidebar>(editViewController);
         layOut();
         installMenus();

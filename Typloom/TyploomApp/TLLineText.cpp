@@ -3,6 +3,8 @@
 #include "Typloom/TyploomCore/TLFont.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 namespace {
 
@@ -56,20 +58,25 @@ std::string_view takeName(std::string_view& text)
     return name;
 }
 
-/// The character whose glyph this is, and by which the text field can name it; none for a glyph that
-/// has not been read yet, since reading it for that would be a waste.
+/// A name that is a single character, as of most letters; 0 for any other.
+char32_t characterAlone(std::string_view name)
+{
+    auto const character = name.empty() ? 0 : takeCharacter(name);
+    return name.empty() ? character : 0;
+}
+
+/// The character whose glyph this is, and by which the text field can name it. A glyph that has not been
+/// read yet is not read for that: then only its name can tell.
 std::optional<char32_t> characterOfGlyph(TLFont const& font, std::string const& name)
 {
-    auto const glyph = font.loadedGlyphForName(name);
-    if (!glyph) {
-        return std::nullopt;
+    std::vector<char32_t> candidates { characterAlone(name) };
+    if (auto const glyph = font.loadedGlyphForName(name)) {
+        candidates = glyph->unicodes();
     }
-    for (auto const character : glyph->unicodes()) {
-        if (character > U' ' && font.glyphNameForCharacter(character) == name) {
-            return character;
-        }
-    }
-    return std::nullopt;
+    auto const found = std::find_if(candidates.begin(), candidates.end(), [&](char32_t character) {
+        return character > U' ' && font.glyphNameForCharacter(character) == name;
+    });
+    return found == candidates.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<std::string> firstGlyphsWithOutlines(TLFont const& font)
@@ -134,17 +141,21 @@ std::string TLTextForGlyphNames(TLFont const& font, std::vector<std::string> con
     return text;
 }
 
-std::vector<std::string> TLDefaultGlyphNames(TLFont const& font)
+std::string TLDefaultText(TLFont const& font)
 {
-    std::vector<std::string> best;
+    std::string best;
     for (std::string_view const word : { "Hamburgefonstiv", "HAMBURGEFONSTIV", "0123456789" }) {
-        auto names = TLGlyphNamesForText(font, word);
-        if (names.size() == word.size()) {
-            return names;
+        std::string text;
+        std::copy_if(word.begin(), word.end(), std::back_inserter(text), [&font](char letter) {
+            return font.glyphNameForCharacter(static_cast<unsigned char>(letter)).has_value();
+        });
+        if (text.size() == word.size()) {
+            return text;
         }
-        if (names.size() > best.size()) {
-            best = std::move(names);
+        if (text.size() > best.size()) {
+            best = std::move(text);
         }
     }
-    return best.size() >= 3 ? best : firstGlyphsWithOutlines(font);
+    constexpr std::size_t enoughForALine = 3;
+    return best.size() >= enoughForALine ? best : TLTextForGlyphNames(font, firstGlyphsWithOutlines(font));
 }

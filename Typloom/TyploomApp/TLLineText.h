@@ -19,6 +19,6 @@ TYPLOOM_API std::vector<std::string> TLGlyphNamesForText(TLFont const& font, std
 /// A text that stands for these glyphs: characters where they have one, otherwise "/name ".
 TYPLOOM_API std::string TLTextForGlyphNames(TLFont const& font, std::vector<std::string> const& names);
 
-/// What a new window shows: letters of a word that type designers look at first, as far as the font
-/// has them; for other scripts its first glyphs. Empty only for a font without glyphs.
-TYPLOOM_API std::vector<std::string> TLDefaultGlyphNames(TLFont const& font);
+/// The text that a new window shows: letters of a word that type designers look at first, as far as the
+/// font has them; for other scripts its first glyphs. Empty only for a font without glyphs.
+TYPLOOM_API std::string TLDefaultText(TLFont const& font);
