@@ -5,7 +5,6 @@
 
 #include <optional>
 #include <unordered_map>
-#include <variant>
 
 /// Shows snapshots in a table: a header row for each section and a row for each item. A new
 /// snapshot becomes removals, insertions and moves; views of rows in both stay as they are.
@@ -36,11 +35,15 @@ public:
     std::optional<std::size_t> rowForItem(ItemIdentifier const& item) const;
 
 private:
-    using Identifier = std::variant<SectionIdentifier, ItemIdentifier>;
+    /// Where in the snapshot a row is from.
+    struct Place {
+        std::size_t section { 0 };
+        std::size_t item { 0 }; ///< Not looked at for a section's header.
+    };
     /// What one snapshot means in rows of the table.
     struct Layout {
         std::vector<NSTableRow> rows;
-        std::vector<Identifier> identifiers; ///< Of the rows.
+        std::vector<Place> places; ///< Of the rows.
         std::unordered_map<SectionIdentifier, std::uint64_t> sectionTokens;
         std::unordered_map<ItemIdentifier, std::size_t> rowOfItem;
     };
@@ -54,6 +57,8 @@ private:
         std::uint64_t lastToken { 0 };
     };
     static Layout layoutOf(Snapshot const& snapshot, State& state);
+    static void appendSection(
+        typename Snapshot::Section const& section, std::size_t index, State& state, Layout& layout);
     static std::shared_ptr<NSView> makeRowView(State const& state, std::size_t row);
 
     std::shared_ptr<State> m_state { std::make_shared<State>() };
@@ -91,48 +96,59 @@ void NSTableViewDiffableDataSource<S, I>::applySnapshot(
 template <class S, class I>
 auto NSTableViewDiffableDataSource<S, I>::layoutOf(Snapshot const& snapshot, State& state) -> Layout
 {
-    Layout const& before = state.layout;
     Layout layout;
     layout.rowOfItem.reserve(snapshot.numberOfItems());
-    for (auto const& section : snapshot.sections()) {
-        auto const known = before.sectionTokens.find(section.identifier);
-        auto const token = known == before.sectionTokens.end() ? ++state.lastToken : known->second;
-        if (!layout.sectionTokens.emplace(section.identifier, token).second) {
-            NSFatalError(
-                "a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
-        }
-        if (state.headerProvider) {
-            layout.identifiers.emplace_back(std::in_place_index<0>, section.identifier);
-            layout.rows.push_back({ .token = token, .isGroupRow = true });
-        }
-        for (auto const& item : section.items) {
-            if (!layout.rowOfItem.emplace(item, layout.rows.size()).second) {
-                NSFatalError("a snapshot holds the item " + std::string(describe(item)) + " twice");
-            }
-            auto const row = before.rowOfItem.find(item);
-            layout.identifiers.emplace_back(std::in_place_index<1>, item);
-            layout.rows.push_back({ .token
-                = row == before.rowOfItem.end() ? ++state.lastToken : before.rows[row->second].token });
-        }
+    auto const& sections = snapshot.sections();
+    for (std::size_t section = 0; section < sections.size(); ++section) {
+        appendSection(sections[section], section, state, layout);
     }
     return layout;
+}
+
+template <class S, class I>
+void NSTableViewDiffableDataSource<S, I>::appendSection(
+    typename Snapshot::Section const& section, std::size_t index, State& state, Layout& layout)
+{
+    Layout const& before = state.layout;
+    auto const known = before.sectionTokens.find(section.identifier);
+    auto const token = known == before.sectionTokens.end() ? ++state.lastToken : known->second;
+    if (!layout.sectionTokens.emplace(section.identifier, token).second) {
+        NSFatalError("a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
+    }
+    if (state.headerProvider) {
+        layout.places.push_back({ .section = index });
+        layout.rows.push_back({ .token = token, .isGroupRow = true });
+    }
+    for (std::size_t item = 0; item < section.items.size(); ++item) {
+        auto const& identifier = section.items[item];
+        if (!layout.rowOfItem.emplace(identifier, layout.rows.size()).second) {
+            NSFatalError("a snapshot holds the item " + std::string(describe(identifier)) + " twice");
+        }
+        auto const row = before.rowOfItem.find(identifier);
+        bool const isNew = row == before.rowOfItem.end();
+        layout.places.push_back({ .section = index, .item = item });
+        layout.rows.push_back({ .token = isNew ? ++state.lastToken : before.rows[row->second].token });
+    }
 }
 
 template <class S, class I>
 std::shared_ptr<NSView> NSTableViewDiffableDataSource<S, I>::makeRowView(State const& state, std::size_t row)
 {
     auto const table = state.table.lock();
-    if (!table || row >= state.layout.identifiers.size()) {
+    if (!table || row >= state.layout.places.size()) {
         return nullptr;
     }
-    // Copies: the provider may apply another snapshot, or replace itself.
-    auto const identifier = state.layout.identifiers[row];
-    if (auto const* section = std::get_if<0>(&identifier)) {
+    // Copies of what is asked and of what it is asked for: the provider may apply another snapshot.
+    auto const place = state.layout.places[row];
+    auto const& section = state.snapshot.sections()[place.section];
+    if (state.layout.rows[row].isGroupRow) {
         auto const provider = state.headerProvider;
-        return provider ? provider(table, row, *section) : nullptr;
+        auto const identifier = section.identifier;
+        return provider ? provider(table, row, identifier) : nullptr;
     }
     auto const provider = state.cellProvider;
-    return provider ? provider(table, 0, row, std::get<1>(identifier)) : nullptr;
+    auto const item = section.items[place.item];
+    return provider ? provider(table, 0, row, item) : nullptr;
 }
 
 template <class S, class I>

@@ -6,7 +6,7 @@
 
 /// Where the rows of a list lie: section headers are of one height, all other rows of another. Points,
 /// from the top of the first row. Memory and time go with the headers, not with the rows.
-class RowGeometry {
+class PLATFORM_API RowGeometry {
 public:
     void setRows(std::span<NSTableRow const> rows);
     void setItemHeight(double height) { m_itemHeight = height; }

@@ -1,7 +1,5 @@
 #include "Platform/Qt/NSTableViewBacking.h"
 
-#include "Platform/Qt/QtTableView.h"
-
 #include <QScrollBar>
 
 #include <algorithm>
@@ -38,7 +36,7 @@ void NSTableViewBacking::scrollTo(double y)
 
 void NSTableViewBacking::scrollRowToVisible(std::size_t row)
 {
-    if (row >= rows.size()) {
+    if (row >= rows.size() || !widget) {
         return;
     }
     auto const visible = visibleRect();

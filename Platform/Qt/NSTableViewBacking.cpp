@@ -2,7 +2,6 @@
 
 #include "Platform/AppKit/NSTextField.h"
 #include "Platform/AppKit/RowDifference.h"
-#include "Platform/Qt/QtTableView.h"
 #include "Platform/Qt/TabOrder.h"
 #include "Platform/Qt/Tracking.h"
 
@@ -69,6 +68,9 @@ QWidget* NSTableViewBacking::subviewParent()
 
 NSTableView::Changes NSTableViewBacking::setRows(std::vector<NSTableRow> wanted)
 {
+    if (!widget) {
+        return {};
+    }
     auto const difference = rowDifference(rows, wanted);
     NSTableView::Changes const changes { .removed = difference.removed.size(),
         .inserted = difference.inserted.size(),
@@ -204,7 +206,9 @@ void NSTableViewBacking::adopt(std::shared_ptr<NSView> const& made, std::size_t 
 
 void NSTableViewBacking::measure(RowView const& row)
 {
-    double const wanted = std::ceil(row.view->fittingSize().height);
+    auto const* rowWidget = qtWidget(*row.view);
+    double const wanted = std::clamp(std::ceil(row.view->fittingSize().height),
+        static_cast<double>(rowWidget->minimumHeight()), static_cast<double>(rowWidget->maximumHeight()));
     if (wanted < 1 || wanted == geometry.itemHeight() || (m_isMeasured && wanted < geometry.itemHeight())) {
         return;
     }
@@ -255,7 +259,7 @@ void NSTableViewBacking::orderKeyboard()
 
 std::shared_ptr<NSView> NSTableViewBacking::viewOfRow(std::size_t row, bool makeIfNecessary)
 {
-    if (row >= rows.size()) {
+    if (row >= rows.size() || !widget) {
         return nullptr;
     }
     auto const token = rows[row].token;

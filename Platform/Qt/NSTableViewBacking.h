@@ -3,12 +3,11 @@
 #include "Platform/AppKit/NSTableView.h"
 #include "Platform/AppKit/RowGeometry.h"
 #include "Platform/Qt/NSViewBacking.h"
+#include "Platform/Qt/QtTableView.h"
 #include "Platform/Qt/RowViewPool.h"
 
 #include <set>
 #include <unordered_map>
-
-class QtTableView;
 
 /// The toolkit's side of a table: lays views over the rows that can be seen.
 ///
@@ -72,7 +71,7 @@ private:
     std::vector<RowView> renumberRows();
     void tileLater();
 
-    QtTableView* m_scroller;
+    QPointer<QtTableView> m_scroller;
     NSEdgeInsets m_insets;
     std::unordered_map<std::uint64_t, RowView> m_live; ///< By the rows' tokens.
     std::set<std::uint64_t> m_making;

@@ -1,0 +1,186 @@
+#include "Platform/AppKit/NSTableViewDiffableDataSource.h"
+
+#include "Tests/AppKit/TableWindow.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Section {
+    std::string name;
+    bool operator==(Section const&) const = default;
+};
+struct Item {
+    int number { 0 };
+    bool operator==(Item const&) const = default;
+};
+std::string describe(Section const& section)
+{
+    return section.name;
+}
+std::string describe(Item const& item)
+{
+    return "number " + std::to_string(item.number);
+}
+
+} // namespace
+
+template <> struct std::hash<Section> {
+    std::size_t operator()(Section const& section) const { return std::hash<std::string> {}(section.name); }
+};
+template <> struct std::hash<Item> {
+    std::size_t operator()(Item const& item) const { return std::hash<int> {}(item.number); }
+};
+
+namespace {
+
+using DataSource = NSTableViewDiffableDataSource<Section, Item>;
+using Snapshot = DataSource::Snapshot;
+using Texts = std::vector<std::string>;
+
+Snapshot snapshotOf(std::vector<std::pair<std::string, std::vector<int>>> const& sections)
+{
+    Snapshot snapshot;
+    for (auto const& [name, numbers] : sections) {
+        snapshot.appendSection({ name });
+        std::vector<Item> items;
+        for (int const number : numbers) {
+            items.push_back({ number });
+        }
+        snapshot.appendItems(std::move(items));
+    }
+    return snapshot;
+}
+
+/// A table that shows the items of a data source, under headers.
+class Diffable : public testing::Test {
+protected:
+    Diffable()
+    {
+        source = std::make_unique<DataSource>(
+            window.table, [this](auto const& table, std::size_t, std::size_t row, Item const& item) {
+                if (onCell) {
+                    onCell(item);
+                }
+                providedRows.emplace_back(row, item.number);
+                auto const cell
+                    = std::dynamic_pointer_cast<TestCell>(table->makeViewWithIdentifier("Cell", nullptr));
+                cell->label()->setStringValue(std::to_string(item.number));
+                return cell;
+            });
+        source->setSectionHeaderViewProvider([](auto const&, std::size_t, Section const& section) {
+            return NSTextField::labelWithString(section.name);
+        });
+    }
+    void apply(std::vector<std::pair<std::string, std::vector<int>>> const& sections)
+    {
+        source->applySnapshot(snapshotOf(sections), false);
+    }
+
+    TableWindow window;
+    std::unique_ptr<DataSource> source;
+    std::function<void(Item const& item)> onCell;
+    std::vector<std::pair<std::size_t, int>> providedRows;
+};
+
+} // namespace
+
+TEST_F(Diffable, showsAHeaderForEachSectionAndARowForEachItem)
+{
+    apply({ { "Font", { 7 } }, { "Glyph", { 8 } } });
+    EXPECT_EQ(window.shown(), (Texts { "Font", "7", "Glyph", "8" }));
+    EXPECT_EQ(providedRows, (std::vector<std::pair<std::size_t, int>> { { 1, 7 }, { 3, 8 } }));
+    EXPECT_EQ(source->rowForItem({ 8 }), 3u);
+    EXPECT_EQ(source->rowForItem({ 9 }), std::nullopt);
+    EXPECT_EQ(source->snapshot(), snapshotOf({ { "Font", { 7 } }, { "Glyph", { 8 } } }));
+}
+
+TEST_F(Diffable, keepsTheViewsOfItemsAndSectionsInBothSnapshots)
+{
+    apply({ { "Font", { 1, 2 } }, { "Glyph", { 3 } } });
+    auto const header = window.table->viewAtColumnRow(0, 3, false);
+    auto const moved = window.table->viewAtColumnRow(0, 2, false);
+    auto const provided = providedRows.size();
+    apply({ { "Glyph", { 3, 2 } }, { "Font", { 1 } } });
+    EXPECT_EQ(window.shown(), (Texts { "Glyph", "3", "2", "Font", "1" }));
+    EXPECT_EQ(window.table->viewAtColumnRow(0, 0, false), header);
+    EXPECT_EQ(window.table->viewAtColumnRow(0, 2, false), moved);
+    EXPECT_EQ(providedRows.size(), provided);
+}
+
+TEST_F(Diffable, callsTheCompletionOnceTheTableShowsTheSnapshotAndBeforeItReturns)
+{
+    Texts shown;
+    source->applySnapshot(snapshotOf({ { "Font", { 1 } } }), true, [&] { shown = window.shown(); });
+    EXPECT_EQ(shown, (Texts { "Font", "1" }));
+}
+
+TEST_F(Diffable, stopsTheProgramAtARepeatedItemOrSectionAndNamesIt)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(apply({ { "Font", { 1, 2, 1 } } }), "number 1");
+    EXPECT_DEATH(apply({ { "Font", { 1 } }, { "Glyph", { 1 } } }), "number 1");
+    EXPECT_DEATH(apply({ { "Font", {} }, { "Font", {} } }), "Font");
+}
+
+TEST_F(Diffable, endsInTheNewestStateWhenAProviderAppliesAnother)
+{
+    onCell = [&](Item const& item) {
+        if (item.number == 2) {
+            onCell = {};
+            apply({ { "Glyph", { 3, 4 } } });
+        }
+    };
+    apply({ { "Font", { 1, 2, 3 } } });
+    EXPECT_EQ(window.shown(), (Texts { "Glyph", "3", "4" }));
+    EXPECT_EQ(source->snapshot(), snapshotOf({ { "Glyph", { 3, 4 } } }));
+    EXPECT_EQ(window.table->subviews().size(), 3u);
+}
+
+TEST_F(Diffable, showsARowThatWasBeingMadeAtItsNewPlace)
+{
+    onCell = [&](Item const& item) {
+        if (item.number == 2) {
+            onCell = {};
+            apply({ { "Font", { 9, 2, 1 } } });
+        }
+    };
+    apply({ { "Font", { 1, 2, 3 } } });
+    EXPECT_EQ(window.shown(), (Texts { "Font", "9", "2", "1" }));
+}
+
+TEST_F(Diffable, endsInTheNewestStateWhenACompletionAppliesAnother)
+{
+    source->applySnapshot(snapshotOf({ { "Font", { 1 } } }), false, [&] { apply({ { "Font", { 2 } } }); });
+    EXPECT_EQ(window.shown(), (Texts { "Font", "2" }));
+}
+
+TEST_F(Diffable, mayEndWhileItIsApplying)
+{
+    bool completed = false;
+    onCell = [&](Item const&) { source.reset(); };
+    source->applySnapshot(snapshotOf({ { "Font", { 1 } } }), false, [&] { completed = true; });
+    EXPECT_TRUE(completed);
+}
+
+TEST_F(Diffable, isAskedNoMoreAfterItsEnd)
+{
+    std::vector<int> numbers(100);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    apply({ { "Font", numbers } });
+    providedRows.clear();
+    source.reset();
+    window.clip().scrollToPoint({ 0, 3000 });
+    EXPECT_TRUE(providedRows.empty());
+    EXPECT_FALSE(window.table->subviews().empty());
+}
+
+TEST_F(Diffable, outlivesItsTable)
+{
+    apply({ { "Font", { 1 } } });
+    window.table->removeFromSuperview();
+    window.table.reset();
+    bool completed = false;
+    source->applySnapshot(snapshotOf({ { "Font", { 2 } } }), false, [&] { completed = true; });
+    EXPECT_TRUE(completed);
+}
