@@ -61,6 +61,10 @@ void NSButton::setTitle(std::string_view title)
 void NSButton::setImage(std::shared_ptr<NSImage> image)
 {
     NSAssertMainThread();
+    auto const describe = [](NSImage const* described) {
+        return described ? described->accessibilityDescription().value_or("") : std::string();
+    };
+    bool const isNamed = accessibilityLabel() != describe(m_image.get());
     m_image = std::move(image);
     auto* button = qtButton(*this);
     if (!button) {
@@ -71,8 +75,8 @@ void NSButton::setImage(std::shared_ptr<NSImage> image)
         auto const side = static_cast<int>(symbolSize(m_image->symbolConfiguration().scale));
         button->setIconSize({ side, side });
     }
-    if (m_image && m_image->accessibilityDescription() && button->accessibleName().isEmpty()) {
-        button->setAccessibleName(toQString(*m_image->accessibilityDescription()));
+    if (!isNamed) {
+        setAccessibilityLabel(describe(m_image.get()));
     }
 }
 

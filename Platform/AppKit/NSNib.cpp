@@ -104,10 +104,12 @@ private:
     {
         auto const name = nameProperty(*view, "action");
         auto const control = std::dynamic_pointer_cast<NSControl>(view);
+        auto const field = std::dynamic_pointer_cast<NSTextField>(view);
+        bool const isLabel = field && !field->isEditable();
         if (name.empty()) {
             return;
         }
-        if (!control) {
+        if (!control || isLabel) {
             m_problems.push_back(
                 "names the action '" + name + "' for '" + view->identifier() + "', which sends none");
         } else if (!m_owner->respondsToSelector(name)) {

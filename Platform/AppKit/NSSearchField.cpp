@@ -2,7 +2,6 @@
 
 #include "Platform/AppKit/NSImage.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
-#include "Platform/Qt/QtTextField.h"
 #include "Platform/Qt/SymbolIcons.h"
 
 static std::unique_ptr<NSViewBacking> makeBacking()

@@ -3,8 +3,6 @@
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/DrawingConversions.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
-#include "Platform/Qt/QtLabel.h"
-#include "Platform/Qt/QtTextField.h"
 
 static NSTextFieldBacking& fieldBacking(NSTextField const& field)
 {
@@ -73,13 +71,13 @@ double NSTextField::doubleValue() const
 
 std::string NSTextField::placeholderString() const
 {
-    auto const* field = fieldBacking(*this).field;
+    auto const& field = fieldBacking(*this).field;
     return field ? fromQString(field->placeholderText()) : std::string();
 }
 
 void NSTextField::setPlaceholderString(std::optional<std::string> text)
 {
-    if (auto* field = fieldBacking(*this).field) {
+    if (auto const& field = fieldBacking(*this).field) {
         field->setPlaceholderText(text ? toQString(*text) : QString());
     }
 }
@@ -88,6 +86,9 @@ void NSTextField::setTextColor(NSColor color)
 {
     // Disabled text keeps the palette's own grey.
     auto* widget = qtWidget(*this);
+    if (!widget) {
+        return;
+    }
     auto palette = widget->palette();
     for (auto const group : { QPalette::Active, QPalette::Inactive }) {
         palette.setColor(group, isEditable() ? QPalette::Text : QPalette::WindowText, toQColor(color));
@@ -98,7 +99,7 @@ void NSTextField::setTextColor(NSColor color)
 void NSTextField::setLineBreakMode(NSLineBreakMode mode)
 {
     m_lineBreakMode = mode;
-    if (auto* label = fieldBacking(*this).label; label && mode == NSLineBreakMode::byTruncatingTail) {
+    if (auto const& label = fieldBacking(*this).label; label && mode == NSLineBreakMode::byTruncatingTail) {
         label->setWordWrap(false);
     }
 }
@@ -106,21 +107,21 @@ void NSTextField::setLineBreakMode(NSLineBreakMode mode)
 void NSTextField::setUsesSingleLineMode(bool single)
 {
     m_singleLine = single;
-    if (auto* label = fieldBacking(*this).label; label && single) {
+    if (auto const& label = fieldBacking(*this).label; label && single) {
         label->setWordWrap(false);
     }
 }
 
 void NSTextField::setPreferredMaxLayoutWidth(double points)
 {
-    if (auto* label = fieldBacking(*this).label) {
+    if (auto const& label = fieldBacking(*this).label) {
         label->setPreferredWidth(static_cast<int>(points));
     }
 }
 
 void NSTextField::selectText()
 {
-    if (auto* field = fieldBacking(*this).field) {
+    if (auto const& field = fieldBacking(*this).field) {
         field->setFocus(Qt::OtherFocusReason);
         field->selectAll();
     }
@@ -138,5 +139,6 @@ void NSTextField::setFont(std::shared_ptr<NSFont> const& font)
 
 NSSize NSTextField::fittingSize() const
 {
-    return fromQSize(qtWidget(*this)->sizeHint());
+    auto const* widget = qtWidget(*this);
+    return widget ? fromQSize(widget->sizeHint()) : NSSize {};
 }

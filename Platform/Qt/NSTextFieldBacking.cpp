@@ -1,8 +1,6 @@
 #include "Platform/Qt/NSTextFieldBacking.h"
 
 #include "Platform/Qt/Conversions.h"
-#include "Platform/Qt/QtLabel.h"
-#include "Platform/Qt/QtTextField.h"
 
 #include <algorithm>
 #include <cmath>

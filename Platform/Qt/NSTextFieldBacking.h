@@ -2,9 +2,8 @@
 
 #include "Platform/AppKit/NSTextField.h"
 #include "Platform/Qt/NSViewBacking.h"
-
-class QtLabel;
-class QtTextField;
+#include "Platform/Qt/QtLabel.h"
+#include "Platform/Qt/QtTextField.h"
 
 /// The toolkit's side of a text field: one editing at a time, from the user's first change of the
 /// text to its end by Return, Escape or leaving, or by a text from code.
@@ -24,8 +23,8 @@ struct NSTextFieldBacking : NSViewBacking {
     /// The text before the user's change.
     QString const& committedText() const { return m_committed; }
 
-    QtLabel* label { nullptr }; ///< Null for a field.
-    QtTextField* field { nullptr }; ///< Null for a label.
+    QPointer<QtLabel> label; ///< Null for a field.
+    QPointer<QtTextField> field; ///< Null for a label.
     bool escapeClears { false };
 
 private:

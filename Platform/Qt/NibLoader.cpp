@@ -4,10 +4,10 @@
 #include "Platform/AppKit/NSTextField.h"
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
-#include "Platform/Qt/QtLabel.h"
 
-#include <QCoreApplication>
+#include <QIODevice>
 #include <QPushButton>
+#include <QXmlStreamReader>
 
 NibLoader::NibLoader()
 {
@@ -44,7 +44,6 @@ static std::shared_ptr<NSView> makeStandardView(QString const& className)
 
 QWidget* NibLoader::createWidget(QString const& className, QWidget* parent, QString const& name)
 {
-    m_topWidgets += parent ? 0 : 1;
     if (isDecoration(className)) {
         return QUiLoader::createWidget(className, parent, name);
     }
@@ -77,15 +76,30 @@ void NibLoader::decode(NSView& view, QString const& className, QString const& na
     view.setIdentifier(fromQString(name));
 }
 
+/// Of several top widgets the toolkit takes the last, and says nothing.
+static bool hasOneTopWidget(QIODevice& file)
+{
+    QXmlStreamReader reader(&file);
+    int count = 0;
+    for (reader.readNextStartElement(); reader.readNextStartElement(); reader.skipCurrentElement()) {
+        count += reader.name() == QLatin1String("widget");
+    }
+    file.seek(0);
+    return count <= 1;
+}
+
 std::shared_ptr<NSView> NibLoader::load(QIODevice& file)
 {
+    bool const isOneTree = hasOneTopWidget(file);
     auto* widget = QUiLoader::load(&file);
     if (!widget) {
-        m_problems.push_back("cannot be read: " + fromQString(errorString()));
+        auto problem = fromQString(errorString());
+        problem.erase(problem.find_last_not_of('.') + 1);
+        m_problems.push_back("cannot be read: " + problem);
         return nullptr;
     }
     auto* top = viewOfWidget(widget);
-    if (m_topWidgets > 1) {
+    if (!isOneTree) {
         m_problems.push_back("has more than one top widget");
     }
     if (!top) {

@@ -28,7 +28,6 @@ private:
 
     std::vector<std::shared_ptr<NSView>> m_views;
     std::vector<std::string> m_problems;
-    int m_topWidgets { 0 };
 };
 
 /// A view of the class that an interface description names; null for a class that is not registered.

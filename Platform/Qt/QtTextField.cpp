@@ -77,10 +77,7 @@ void QtTextField::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
     if (!isVisible() || !isEnabled()) {
-        m_hasKeyboard = false;
-        if (auto const takenAway = hooks.takenAway) {
-            takenAway();
-        }
+        takeAway();
         return;
     }
     // Another window in front, or a menu, does not end the editing.
@@ -93,6 +90,30 @@ void QtTextField::focusOutEvent(QFocusEvent* event)
     deselect();
     if (auto const left = hooks.left) {
         left();
+    }
+}
+
+void QtTextField::takeAway()
+{
+    m_hasKeyboard = false;
+    if (auto const takenAway = hooks.takenAway) {
+        takenAway();
+    }
+}
+
+void QtTextField::hideEvent(QHideEvent* event)
+{
+    QLineEdit::hideEvent(event);
+    if (!event->spontaneous()) { // Not with a window that is minimised.
+        takeAway();
+    }
+}
+
+void QtTextField::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
+        takeAway();
     }
 }
 

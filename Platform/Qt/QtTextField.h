@@ -25,9 +25,12 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     bool sendCommand(std::string_view selector);
+    void takeAway();
 
     bool m_hasKeyboard { false }; ///< Also while its window is not the active one.
     bool m_selectsAllOnRelease { false };
