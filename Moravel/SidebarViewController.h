@@ -52,10 +52,8 @@ public:
 
     using DataSource = NSTableViewDiffableDataSource<Section, SidebarItem>;
     std::shared_ptr<TableState> const& tableState() const { return m_tableState; }
-    std::shared_ptr<DataSource> const& dataSource() const
-    {
-        return m_dataSource;
-    } ///< Null before `viewDidLoad`.
+    /// Null before `viewDidLoad`.
+    std::shared_ptr<DataSource> const& dataSource() const { return m_dataSource; }
     std::string const& filterQuery() const { return m_filterQuery; }
     /// The layer that the last model was built for; null when there was none.
     std::shared_ptr<TLLayer> activeLayer() const { return m_activeLayer.lock(); }
@@ -101,10 +99,6 @@ private:
     std::shared_ptr<TLFont> fontOfModel(TLLayer const* layer) const;
     std::shared_ptr<TLFontMaster> currentMaster(TLFont const& font) const;
     std::optional<TLLocation> displayLocation() const;
-    bool matchesFilter(std::string_view text) const;
-    void appendFontRows(MoravelTableModel& model, TLFont const& font, TLLayer const* layer) const;
-    void appendGlyphRows(
-        MoravelTableModel& model, TLGlyph const& glyph, TLFont const& font, TLLayer const& layer) const;
 
     void applyAxisPosition(std::shared_ptr<AxisCellView> const& row, double value);
     struct AxisMove;

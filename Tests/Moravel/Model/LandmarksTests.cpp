@@ -1,0 +1,71 @@
+#include "Moravel/Model/Landmarks.h"
+
+#include "Tests/Support/FontBuilder.h"
+
+#include <gtest/gtest.h>
+
+using Values = std::vector<double>;
+
+TEST(Landmarks, ofAFontAxisAreItsMastersValuesOnceAndAscending)
+{
+    FontBuilder builder;
+    builder.addMaster("bold", { { "wght", 400 } });
+    builder.addMaster("thin", { { "wght", 100 } });
+    builder.addMaster("condensed bold", { { "wght", 400 } });
+    EXPECT_EQ(fontAxisLandmarks(builder.font()->fontMasters(), "wght"), (Values { 100, 400 }));
+    EXPECT_EQ(fontAxisLandmarks(builder.font()->fontMasters(), "wdth"), (Values { 0 }));
+    EXPECT_EQ(fontAxisLandmarks({}, "wght"), Values {});
+}
+
+TEST(Landmarks, ofGlyphAxesComeFromIntermediateLayersThatHaveAPlaceThere)
+{
+    FontBuilder builder;
+    builder.addMaster("regular", {});
+    auto const glyph = builder.addEmptyGlyph("A");
+    FontBuilder::addGlyphAxis(glyph, "crossbar", "Crossbar");
+    FontBuilder::addGlyphAxis(glyph, "serif", "Serif");
+    FontBuilder::addGlyphAxis(glyph, "unused", "Unused");
+    FontBuilder::addMasterLayer(glyph, "regular", {}, { { "crossbar", 7 } });
+    FontBuilder::addBraceLayer(glyph, "1", "regular", { { "crossbar", 100 }, { "serif", -5 } });
+    FontBuilder::addBraceLayer(glyph, "2", std::nullopt, { { "crossbar", 100 } });
+    FontBuilder::addBraceLayer(glyph, "3", "regular", { { "crossbar", 20 } });
+    FontBuilder::addOtherLayer(glyph, "sketch", "regular");
+    EXPECT_EQ(glyphAxisLandmarks(glyph->layers(), glyph->axes()),
+        (std::vector<Values> { { 20, 100 }, { -5 }, {} }));
+}
+
+TEST(StepPositions, areTheLandmarksAndTheDefaultOnceAndAscending)
+{
+    EXPECT_EQ(stepPositions({ 100, 900 }, 400), (Values { 100, 400, 900 }));
+    EXPECT_EQ(stepPositions({ 100, 400 }, 400), (Values { 100, 400 }));
+    EXPECT_EQ(stepPositions({}, 400), (Values { 400 }));
+}
+
+struct Step {
+    Values positions;
+    double from;
+    std::optional<double> up;
+    std::optional<double> down;
+};
+
+TEST(StepPositions, leadToTheNextOneFurtherThanTheToleranceAndWrapAround)
+{
+    Values const three { 100, 400, 900 };
+    for (auto const& step : {
+             Step { three, 400, 900, 100 },
+             Step { three, 399.9995, 900, 100 },
+             Step { three, 400.0005, 900, 100 },
+             Step { three, 399.998, 400, 100 },
+             Step { three, 400.002, 900, 400 },
+             Step { three, 900, 100, 400 },
+             Step { three, 100, 400, 900 },
+             Step { three, 1000, 100, 900 },
+             Step { three, 0, 100, 900 },
+             Step { { 0, 100 }, 0, 100, 100 },
+             Step { { 400 }, 100, {}, {} },
+             Step { {}, 100, {}, {} },
+         }) {
+        EXPECT_EQ(nextStepPosition(step.positions, step.from, true), step.up) << "up from " << step.from;
+        EXPECT_EQ(nextStepPosition(step.positions, step.from, false), step.down) << "down from " << step.from;
+    }
+}
