@@ -5,15 +5,25 @@
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
 
+#include <QCoreApplication>
 #include <QIODevice>
 #include <QPushButton>
 #include <QXmlStreamReader>
 
+HiddenToolkitPlugins::HiddenToolkitPlugins()
+    : m_paths(QCoreApplication::libraryPaths())
+{
+    QCoreApplication::setLibraryPaths({});
+}
+
+void HiddenToolkitPlugins::showAgain()
+{
+    QCoreApplication::setLibraryPaths(m_paths);
+}
+
 NibLoader::NibLoader()
 {
-    // Classes come from our own register. Loading the plug-ins of the toolkit's designer takes a
-    // tenth of a second at the first use, and the search paths are all that leads to them.
-    clearPluginPaths();
+    showAgain();
 }
 
 /// Decorations of the toolkit that are no views.

@@ -6,9 +6,19 @@
 
 class QIODevice;
 
+/// Hides the toolkit's plug-ins while it lives: a reader of descriptions loads at its birth all those
+/// of the designer that it finds, which takes up to a tenth of a second and gives nothing here.
+class HiddenToolkitPlugins {
+public:
+    HiddenToolkitPlugins();
+    void showAgain();
+
+private:
+    QStringList m_paths;
+};
+
 /// Reads one interface description with the toolkit's own reader and makes a view of every widget in it.
-class NibLoader final : public QUiLoader {
-    Q_OBJECT
+class NibLoader final : HiddenToolkitPlugins, public QUiLoader {
 public:
     NibLoader();
 

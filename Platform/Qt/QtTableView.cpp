@@ -12,6 +12,7 @@ QtTableView::QtTableView()
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
+    viewport()->setBackgroundRole(QPalette::Window); // What shows through; texts take their colour from it.
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setSingleStep(16);
     m_pressObserver = observePresses([this](QWidget* target) { notePress(target); });

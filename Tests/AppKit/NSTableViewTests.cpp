@@ -1,5 +1,6 @@
 #include "Platform/AppKit/NSTableView.h"
 
+#include "Platform/Qt/DrawingConversions.h"
 #include "Tests/AppKit/TableWindow.h"
 #include "Tests/AppKit/Typing.h"
 
@@ -24,6 +25,16 @@ TEST(NSTableView, showsItsRowsUnderTheirHeadersAtTheHeightThatTheyWant)
     EXPECT_EQ(window.table->rectOfRow(2), (NSRect { { 0, 76 }, { 300, 50 } }));
     EXPECT_EQ(window.cell(1)->frame(), (NSRect { { 0, 26 }, { 300, 50 } }));
     EXPECT_TRUE(qtWidget(*window.cell(1))->isVisible());
+}
+
+TEST(NSTableView, drawsHeadersInTheSecondaryColour)
+{
+    TableWindow window;
+    window.table->setRows({ { 100, true } });
+    auto const* header = qtWidget(*window.table->viewAtColumnRow(0, 0, false));
+    auto const color = header->palette().color(header->foregroundRole());
+    EXPECT_EQ(color.name(QColor::HexArgb), toQColor(NSColor::secondaryLabelColor()).name(QColor::HexArgb));
+    EXPECT_NE(color, window.window.palette().color(QPalette::WindowText));
 }
 
 TEST(NSTableView, makesViewsOnlyForRowsInSightHoweverManyThereAre)
