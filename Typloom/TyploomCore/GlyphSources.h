@@ -56,6 +56,7 @@ public:
     std::vector<VariationAxis> axisValues() const;
 
     std::shared_ptr<SharedModel> model; ///< Set by the cache.
+    std::string misfit; ///< The first sentence on outlines that do not fit together; empty before that.
 
 private:
     void collectAxes(TLGlyph const& glyph);

@@ -98,8 +98,8 @@ private:
         }
         auto const below = locationBelow(location, component, *base);
         auto const instance = TLInterpolateGlyph(*base, locationOf(*base, below));
-        if (instance.problem) {
-            addProblem(*instance.problem);
+        if (!instance.misfit.empty()) {
+            addProblem(instance.misfit);
         }
         add(component.base, instance.outline, below, transform);
     }

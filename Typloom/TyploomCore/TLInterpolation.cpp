@@ -97,7 +97,18 @@ private:
             return { source.layer->outline, std::nullopt };
         }
         return { source.layer->outline,
-            sentence(reason + "; the nearest source, " + quoted(source.name) + ", is shown"), reason, source.name };
+            sentence(reason + "; the nearest source, " + quoted(source.name) + ", is shown"), reason,
+            source.name };
+    }
+
+    TLInterpolatedOutline nearestSourceForMisfit(std::string const& reason)
+    {
+        if (m_sources.misfit.empty()) {
+            m_sources.misfit = sentence(reason); // Elsewhere another pair may be met first.
+        }
+        auto result = nearestSource(reason);
+        result.misfit = m_sources.misfit;
+        return result;
     }
 
     TLInterpolatedOutline sum(std::vector<SourceFactor> const& factors)
@@ -111,8 +122,8 @@ private:
             auto const& source = m_sources.source(index);
             if (source.shape != first.shape) {
                 auto const difference = shapeDifference(first.layer->outline, source.layer->outline);
-                return nearestSource("the outlines of " + quoted(first.name) + " and " + quoted(source.name)
-                    + " do not fit together, " + difference.value_or(""));
+                return nearestSourceForMisfit("the outlines of " + quoted(first.name) + " and "
+                    + quoted(source.name) + " do not fit together, " + difference.value_or(""));
             }
             anchorsFit = anchorsFit && haveSameAnchors(first.layer->outline, source.layer->outline);
         }

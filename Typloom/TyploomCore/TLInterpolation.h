@@ -9,6 +9,8 @@ struct TLInterpolatedOutline {
     std::optional<std::string> problem;
     std::string reason {}; ///< The clause of `problem` that says why; empty when all is well.
     std::string nearestSource {}; ///< Name of the source that is shown for that reason; can be empty.
+    /// Where outlines do not fit together: a sentence on the glyph, the same at every place. Otherwise empty.
+    std::string misfit {};
 };
 
 /// The glyph's own outline at a place (design coordinates; axes that the place does not name stand
@@ -17,7 +19,8 @@ struct TLInterpolatedOutline {
 TYPLOOM_API TLInterpolatedOutline TLInterpolateGlyph(TLGlyph const& glyph, TLLocation const& location);
 
 /// An outline with every component, nested ones too, replaced by its contours at the same place.
-/// A missing base or a cycle leaves the component out and adds a sentence to `problems`.
+/// A missing base or a cycle leaves the component out and adds a sentence to `problems`, and so does a
+/// base whose outlines do not fit together. What is so at this place alone adds none.
 TYPLOOM_API std::vector<TLContour> TLDecomposedContours(TLFont const& font, std::string_view glyphName,
     TLOutline const& outline, TLLocation const& location, std::vector<std::string>& problems);
 

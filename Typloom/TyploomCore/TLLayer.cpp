@@ -4,6 +4,8 @@
 #include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
 #include "Typloom/TyploomCore/DocumentRevision.h"
 
+#include <cmath>
+
 TLLayer::TLLayer(std::shared_ptr<Data> data)
     : m_data(std::move(data))
 {
@@ -36,12 +38,15 @@ std::shared_ptr<NSObject> TLLayer::valueForKey(std::string_view key) const
 
 std::optional<double> TLLayer::axisInternalValueValue(std::string_view axisId) const
 {
+    if (m_data->kind == TLLayerKind::other) {
+        return std::nullopt;
+    }
     if (m_previewLocation) {
         if (auto const previewed = TLLocationNumber(*m_previewLocation, axisId)) {
             return previewed;
         }
     }
-    auto const axis = m_data->kind == TLLayerKind::other ? nullptr : fontAxis(axisId);
+    auto const axis = fontAxis(axisId);
     if (axis && isMasterLayer()) {
         auto const master = font()->fontMasterForId(m_data->associatedMasterId.value_or(m_data->layerId));
         return master ? std::optional(master->axisInternalValueValueForId(axisId)) : std::nullopt;
@@ -60,6 +65,7 @@ std::shared_ptr<TLAxis> TLLayer::fontAxis(std::string_view axisId) const
 
 void TLLayer::setCoordinates(TLCoordinates coordinates)
 {
+    std::erase_if(coordinates, [](auto const& entry) { return !std::isfinite(entry.second); });
     if (coordinates == m_data->coordinates) {
         return;
     }

@@ -51,6 +51,7 @@ public:
 
     /// The layer's own coordinates: on glyph axes for every kind, on font axes for intermediate layers.
     TLCoordinates const& coordinates() const { return m_data->coordinates; }
+    /// Entries that are no finite numbers are left out.
     void setCoordinates(TLCoordinates coordinates);
     TLOutline const& outline() const { return m_data->outline; }
     void setOutline(TLOutline outline);
