@@ -12,6 +12,7 @@ namespace {
 struct Registry {
     std::shared_ptr<NSBundle> mainBundle { std::make_shared<NSBundle>(std::filesystem::path()) };
     std::map<std::filesystem::path, std::shared_ptr<NSBundle>> byFolder;
+    std::map<std::string, std::shared_ptr<NSBundle>, std::less<>> byIdentifier; ///< The last one opened.
 
     static Registry& instance()
     {
@@ -53,18 +54,16 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithPath(std::filesystem::path const& 
     auto& bundle = Registry::instance().byFolder[folder];
     if (!bundle) {
         bundle = std::make_shared<NSBundle>(path);
+        Registry::instance().byIdentifier[bundle->identifier()] = bundle;
     }
     return bundle;
 }
 
 std::shared_ptr<NSBundle> NSBundle::bundleWithIdentifier(std::string_view identifier)
 {
-    for (auto const& [folder, bundle] : Registry::instance().byFolder) {
-        if (bundle->identifier() == identifier) {
-            return bundle;
-        }
-    }
-    return nullptr;
+    auto const& bundles = Registry::instance().byIdentifier;
+    auto const found = bundles.find(identifier);
+    return found == bundles.end() ? nullptr : found->second;
 }
 
 NSBundle::NSBundle(std::filesystem::path path)

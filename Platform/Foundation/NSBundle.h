@@ -19,8 +19,8 @@ public:
     /// The bundle at a folder, one object per folder; null when the folder is not there.
     static std::shared_ptr<NSBundle> bundleWithPath(std::filesystem::path const& path);
 
-    /// The bundle that was opened under that identifier (the folder's name without extension);
-    /// null when none was.
+    /// The bundle that was opened under that identifier (the folder's name without extension), of
+    /// several the last; null when none was.
     static std::shared_ptr<NSBundle> bundleWithIdentifier(std::string_view identifier);
 
     explicit NSBundle(std::filesystem::path path);

@@ -1,5 +1,6 @@
 #include "Typloom/TyploomApp/TLPluginLoader.h"
 
+#include "Platform/Foundation/NSBundle.h"
 #include "Tests/Program/TestFiles.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +59,21 @@ TEST(PluginLoader, aSecondBundleOfOneNameIsReportedOrPassedOver)
     loader.load(second.path());
     EXPECT_THAT(loader.problems(), ElementsAre(HasSubstr("has the same name")));
     EXPECT_THAT(loader.loaded(), ElementsAre("Same"));
+}
+
+TEST(PluginLoader, aBrokenBundleDoesNotHideAGoodOneOfItsName)
+{
+    TestFolder const first, second;
+    auto const broken = makeBundle(first, "Twin", "NoSuchClass", TEST_PLUGIN);
+    auto const good = makeBundle(second, "Twin", "GoodPlugin", TEST_PLUGIN);
+    TLPluginLoader loader;
+    loader.load(broken);
+    loader.load(good, TLPluginLoader::Repeated::isPassedOver);
+    EXPECT_THAT(loader.problems(), ElementsAre(HasSubstr("has no class 'NoSuchClass'")));
+    EXPECT_THAT(loader.loaded(), ElementsAre("Twin"));
+    auto const bundle = NSBundle::bundleWithIdentifier("Twin");
+    ASSERT_NE(bundle, nullptr);
+    EXPECT_EQ(bundle->bundlePath(), std::filesystem::canonical(good));
 }
 
 TEST(PluginLoader, aPluginOfAnotherInterfaceVersionIsNotStarted)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 
 #include <dlfcn.h>
@@ -118,38 +119,49 @@ bool isBundle(fs::path const& folder)
 {
     return folder.extension() == ".bundle";
 }
+/// Starts a bundle's plug-in. Otherwise what is wrong with it, the rest of a sentence.
+std::optional<std::string> problemOfStarting(fs::path const& bundle)
+{
+    try {
+        // Open before its code runs: the plug-in finds its resources by the bundle's identifier, under
+        // which the last one that was opened is found.
+        auto const opened = NSBundle::bundleWithPath(bundle);
+        keepForever(start(describe(bundle)));
+        keepForever(opened);
+        return std::nullopt;
+    } catch (PluginError const& problem) {
+        return problem.what();
+    } catch (std::exception const& thrown) {
+        return std::string("failed while it was loaded: ") + thrown.what();
+    } catch (...) {
+        return "failed while it was loaded";
+    }
+}
 } // namespace
 
 void TLPluginLoader::loadBundle(fs::path const& bundle, Repeated repeated)
 {
     std::error_code error;
     auto const path = fs::canonical(bundle, error);
-    if (std::ranges::find(m_seen, path) != m_seen.end()) {
+    if (std::ranges::find(m_tried, path) != m_tried.end()) {
         return;
     }
     auto const sameName
-        = std::ranges::find(m_seen, path.filename(), [](auto const& seen) { return seen.filename(); });
-    if (sameName != m_seen.end()) {
+        = std::ranges::find(m_running, path.filename(), [](auto const& other) { return other.filename(); });
+    if (sameName != m_running.end()) {
         if (repeated == Repeated::isReported) {
             m_problems.push_back("The plug-in '" + path.string() + "' was left out: '" + sameName->string()
                 + "' has the same name");
         }
         return;
     }
-    m_seen.push_back(path);
-    try {
-        // Open before its code runs: the plug-in finds its resources by the bundle's identifier.
-        keepForever(NSBundle::bundleWithPath(path));
-        keepForever(start(describe(path)));
-        m_loaded.push_back(path.stem().string());
-    } catch (PluginError const& problem) {
-        m_problems.push_back("The plug-in '" + path.string() + "' " + problem.what());
-    } catch (std::exception const& thrown) {
-        m_problems.push_back(
-            "The plug-in '" + path.string() + "' failed while it was loaded: " + thrown.what());
-    } catch (...) {
-        m_problems.push_back("The plug-in '" + path.string() + "' failed while it was loaded");
+    m_tried.push_back(path);
+    if (auto const problem = problemOfStarting(path)) {
+        m_problems.push_back("The plug-in '" + path.string() + "' " + *problem);
+        return;
     }
+    m_running.push_back(path);
+    m_loaded.push_back(path.stem().string());
 }
 
 void TLPluginLoader::load(fs::path const& folder, Repeated repeated)

@@ -17,7 +17,8 @@ public:
     enum class Repeated { isReported, isPassedOver };
 
     /// Loads a bundle, or every bundle that a folder holds, by name. A bundle that is loaded already
-    /// is passed over; one of the same name from elsewhere is, or is reported.
+    /// is passed over; one of the same name from elsewhere is, or is reported. One that does not load
+    /// stands in no other's way.
     void load(std::filesystem::path const& folder, Repeated repeated = Repeated::isReported);
     /// Loads what lies in the folders `PlugIns` beside the program and beside its folder, where they are
     /// there.
@@ -31,7 +32,8 @@ public:
 private:
     void loadBundle(std::filesystem::path const& bundle, Repeated repeated);
 
-    std::vector<std::filesystem::path> m_seen;
+    std::vector<std::filesystem::path> m_tried;
+    std::vector<std::filesystem::path> m_running;
     std::vector<std::string> m_loaded;
     std::vector<std::string> m_problems;
 };
