@@ -35,7 +35,7 @@ TEST(ProgramPlugins, aPluginOfAnotherVersionIsReportedAndTheHostGoesOn)
     EXPECT_EQ(outcome.json()["outline"].toObject()["advance"], 500);
 }
 
-TEST(ProgramPlugins, withoutTheProductThereIsNoTabAndTheHostGoesOn)
+TEST(ProgramPlugins, aBrokenPluginIsToldOnceAndDoesNotHideTheGoodOneOfItsName)
 {
     TestFolder const folder;
     auto const bundle
@@ -44,7 +44,10 @@ TEST(ProgramPlugins, withoutTheProductThereIsNoTabAndTheHostGoesOn)
         = runProgram({ makeSmallFamily(folder), "--glyph", "A", "--plugin", bundle, "--describe" });
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.errors, HasSubstr("Moravel.bundle' has no class 'SidbarViewController'"));
-    EXPECT_EQ(outcome.json()["tab"], "");
+    EXPECT_EQ(outcome.errors.find("SidbarViewController"), outcome.errors.rfind("SidbarViewController"));
+    EXPECT_EQ(outcome.json()["report"], QJsonArray()) << "the report is on the family";
+    EXPECT_EQ(outcome.json()["tab"], "Variation");
+    EXPECT_EQ(outcome.json()["sections"].toArray()[0].toObject()["title"], "Font Axes");
     EXPECT_EQ(outcome.json()["outline"].toObject()["advance"], 500);
 }
 

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+#include <QDir>
+#include <QLibraryInfo>
+
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -60,6 +63,9 @@ TEST(ProgramUsage, anUnknownGlyphOrAxisListsWhatThereIs)
     auto const glyph = runProgram({ family, "--glyph", "a", "--describe" });
     EXPECT_EQ(glyph.status, 1);
     EXPECT_THAT(glyph.errors, HasSubstr("There is no glyph 'a' in the family; there are 'A', 'B'\n"));
+    auto const text = runProgram({ family, "--text", "B/nosuch A", "--describe" });
+    EXPECT_EQ(text.status, 1);
+    EXPECT_EQ(text.errors, "typloom: There is no glyph 'nosuch' in the family; there are 'A', 'B'\n");
     auto const axis = runProgram({ family, "--location", "wgth=200", "--describe" });
     EXPECT_EQ(axis.status, 1);
     EXPECT_THAT(axis.errors, HasSubstr("There is no axis 'wgth'; axes by tag and name: 'wght', 'Weight'\n"));
@@ -88,6 +94,18 @@ TEST(ProgramUsage, withoutAScreenAWindowIsRefusedInASentence)
     EXPECT_EQ(unreadable.status, 1);
     EXPECT_THAT(unreadable.errors, HasSubstr("missing.designspace"));
     EXPECT_EQ(runProgram({ family, "--describe" }, "").status, 0);
+}
+
+TEST(ProgramUsage, aWaylandSessionThatTheToolkitCannotServeIsNoScreen)
+{
+    QDir const platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
+    if (!platforms.entryList({ "libqwayland*" }).isEmpty()) {
+        GTEST_SKIP() << "the toolkit has its part for Wayland";
+    }
+    TestFolder const folder;
+    auto const outcome = runProgram({ makeSmallFamily(folder) }, "", { { "WAYLAND_DISPLAY", "wayland-0" } });
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, StartsWith("typloom: There is no screen to open a window on"));
 }
 
 TEST(ProgramUsage, aDescriptionThatCannotBeWrittenEndsWith1)

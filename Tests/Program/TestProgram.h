@@ -6,6 +6,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <map>
 #include <vector>
 
 /// What the program did.
@@ -18,8 +19,9 @@ struct Outcome {
 };
 
 /// Starts the built program as a process of its own and waits for its end. `platform` is the toolkit's;
-/// an empty one leaves the choice to the program, on a machine without a screen.
-inline Outcome runProgram(std::vector<std::string> const& arguments, QString const& platform = "offscreen")
+/// an empty one leaves the choice to the program, on a machine without a screen. Variables are added.
+inline Outcome runProgram(std::vector<std::string> const& arguments, QString const& platform = "offscreen",
+    std::map<QString, QString> const& variables = {})
 {
     QStringList list;
     for (auto const& argument : arguments) {
@@ -31,6 +33,9 @@ inline Outcome runProgram(std::vector<std::string> const& arguments, QString con
     environment.remove("DISPLAY");
     environment.remove("WAYLAND_DISPLAY");
     environment.insert("QT_QPA_PLATFORM", platform);
+    for (auto const& [name, value] : variables) {
+        environment.insert(name, value);
+    }
     process.setProcessEnvironment(environment);
     process.start(PROGRAM, list);
     if (!process.waitForFinished(60'000)) {

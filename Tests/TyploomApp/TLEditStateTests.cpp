@@ -218,8 +218,23 @@ TEST_F(TLEditStateTest, goesFromAnIntermediateLayerToTheCurrentMasterWhenAnother
     state.switchToLayer("A-700", { 0, 1 });
     edit(1);
     EXPECT_EQ(shownLayer(), "bold");
-    edit(0);
+    edit(2);
     EXPECT_EQ(shownLayer(), "bold");
+    edit(0);
+    EXPECT_EQ(shownLayer(), "A-700") << "where this object was left";
+}
+
+TEST_F(TLEditStateTest, editsAGlyphInTheLineAsItIs)
+{
+    edit(1);
+    state.editGlyph("C");
+    EXPECT_EQ(state.line().selectedRange(), (NSRange { 3, 0 }));
+    EXPECT_EQ(state.line().objects().size(), 6U);
+    state.setGlyphNames({ "B", "B" }, 1);
+    state.editGlyph("A");
+    EXPECT_EQ(state.editedGlyph(), family.a);
+    EXPECT_EQ(state.line().objects().size(), 3U);
+    EXPECT_EQ(state.line().objects()[1].glyphName, "A");
 }
 
 TEST_F(TLEditStateTest, keepsALayerThatAnotherObjectWasSwitchedToTogether)
@@ -253,6 +268,16 @@ TEST_F(TLEditStateTest, drawsTheLineWhereTheEditedGlyphStands)
     state.switchToLayer("C-arm", { 3, 1 });
     EXPECT_EQ(state.place(), (TLLocation { { "wght", 0.0 }, { "arm", 100.0 } }));
     EXPECT_EQ(state.fontPlace(), weight(0));
+}
+
+TEST_F(TLEditStateTest, standsAtTheMasterOnALayerThatStandsNowhere)
+{
+    auto const sketch = family.builder.addOtherLayer(family.c, "sketch", "light");
+    sketch->setCoordinates({ { "arm", 50 }, { "wght", std::numeric_limits<double>::quiet_NaN() } });
+    EXPECT_EQ(sketch->coordinates(), (TLCoordinates { { "arm", 50 } }));
+    edit(3);
+    state.switchToLayer("sketch", { 3, 1 });
+    EXPECT_EQ(state.place(), weight(0));
 }
 
 TEST_F(TLEditStateTest, goesOntoTheLayerThatStandsAtALocation)

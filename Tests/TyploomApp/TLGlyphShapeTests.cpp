@@ -112,3 +112,26 @@ TEST(TLGlyphShapeCache, saysWhichSourceIsDrawnWhereTheOutlinesDoNotFit)
     EXPECT_NE(shape->problem->reason.find("do not fit together"), std::string::npos)
         << shape->problem->reason;
 }
+
+TEST(TLGlyphShapeCache, reportsOutlinesThatDoNotFitOnceAndNothingThatDependsOnThePlace)
+{
+    EditFamily family;
+    auto composite = boxOutline(400);
+    composite.components = { { "X", { 1, 0, 0, 1, 0, 0 }, {}, false } };
+    auto const user = family.builder.addGlyph("Xuser", [&](TLFontMaster const&) { return composite; });
+    auto const lone
+        = family.builder.addEmptyGlyph("lone"); // Nothing at the default: always the nearest source.
+    family.builder.addMasterLayer(lone, "bold", boxOutline(800));
+    composite.components.front().base = "lone";
+    auto const loneUser = family.builder.addGlyph("loneuser", [&](TLFontMaster const&) { return composite; });
+    TLGlyphShapeCache cache(family.font());
+    for (double value = 1; value < 1000; value += 50) {
+        for (auto const& glyph : { user, family.x, lone, loneUser }) {
+            cache.interpolated(*glyph, { { "wght", value } });
+        }
+    }
+    ASSERT_TRUE(cache.interpolated(*lone, { { "wght", 400.0 } })->problem);
+    ASSERT_EQ(family.font()->report().size(), 1U);
+    EXPECT_NE(family.font()->report().front().find("glyph 'X'"), std::string::npos);
+    EXPECT_EQ(family.font()->report().front().find("nearest"), std::string::npos);
+}

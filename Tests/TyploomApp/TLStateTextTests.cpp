@@ -12,15 +12,29 @@ TEST(TLStateText, saysWhereTheViewStands)
     state.setMasterIndex(1);
     EXPECT_EQ(TLStateText(state, {}), "Bold");
     state.switchToLayer("A-700", { 0, 1 });
-    EXPECT_EQ(TLStateText(state, {}), "Intermediate layer A-700");
+    EXPECT_EQ(TLStateText(state, {}), "A-700");
     state.setAxisLocation(TLLocation { { "wght", 550.25 } });
-    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25");
-    state.select({ 1, 0 });
-    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25, arm 0");
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated");
     state.select({ 2, 0 });
-    EXPECT_EQ(TLStateText(state, {}), "Interpolated — weight 550.25") << "no glyph is edited";
+    EXPECT_EQ(TLStateText(state, {}), "Interpolated") << "no glyph is edited";
     state.setMasterIndex(0);
     EXPECT_EQ(TLStateText(state, {}), "Light");
+}
+
+TEST(TLCoordinatesText, namesThePlaceOnEveryAxis)
+{
+    EditFamily family;
+    TLEditState state(family.font());
+    state.setGlyphNames({ "A", "C" }, 0);
+    EXPECT_EQ(TLCoordinatesText(state), "weight 0");
+    state.switchToLayer("A-700", { 0, 1 });
+    EXPECT_EQ(TLCoordinatesText(state), "weight 700");
+    state.setAxisLocation(TLLocation { { "wght", 550.25 } });
+    EXPECT_EQ(TLCoordinatesText(state), "weight 550.25");
+    state.select({ 1, 0 });
+    EXPECT_EQ(TLCoordinatesText(state), "weight 550.25, arm 0");
+    state.select({ 2, 0 });
+    EXPECT_EQ(TLCoordinatesText(state), "weight 550.25") << "no glyph is edited";
 }
 
 TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)
@@ -36,7 +50,7 @@ TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)
     EXPECT_EQ(TLStateText(state, problem), "Bold") << "a layer is what it is";
 }
 
-TEST(TLStateText, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
+TEST(TLCoordinatesText, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
 {
     FontBuilder builder;
     TLLocation place;
@@ -47,9 +61,9 @@ TEST(TLStateText, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
     builder.addMaster("light", {});
     TLEditState state(builder.font());
     state.setAxisLocation(TLLocation { { "b", 5.0 }, { "h", 0.5 } });
-    EXPECT_EQ(TLStateText(state, {}), "Interpolated — b 5, h 0.5");
+    EXPECT_EQ(TLCoordinatesText(state), "b 5, h 0.5");
     state.setAxisLocation(place);
-    EXPECT_EQ(TLStateText(state, {}), "Interpolated — a 5, b 5, c 5, d 5, e 5, f 5, …");
+    EXPECT_EQ(TLCoordinatesText(state), "a 5, b 5, c 5, d 5, e 5, f 5, …");
 }
 
 TEST(TLStateText, namesOtherLayersAndNoMaster)
@@ -59,6 +73,6 @@ TEST(TLStateText, namesOtherLayersAndNoMaster)
     TLEditState state(family.font());
     state.setGlyphNames({ "B" }, 0);
     state.switchToLayer("sketch", { 0, 1 });
-    EXPECT_EQ(TLStateText(state, {}), "Layer sketch");
+    EXPECT_EQ(TLStateText(state, {}), "sketch");
     EXPECT_EQ(TLStateText(TLEditState(std::make_shared<TLFont>()), {}), "No master");
 }

@@ -5,7 +5,7 @@
 #include "Platform/AppKit/NSTextField.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
 #include "Typloom/TyploomApp/TLSidebar.h"
-#include "Typloom/TyploomCore/TLOutline.h"
+#include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomKit/TLLandmarkSlider.h"
 
 #include <QJsonArray>
@@ -156,7 +156,7 @@ std::string DescribeWindow(TLDocumentWindow const& window)
         }
     }
     QJsonArray report;
-    for (auto const& sentence : window.report()) {
+    for (auto const& sentence : window.font() ? window.font()->report() : std::vector<std::string>()) {
         report.append(text(sentence));
     }
     object["report"] = report;

@@ -173,7 +173,7 @@ struct TLDocumentToolbar::Impl {
 
     bool choose(std::string const& name)
     {
-        if (!state->font()->glyphForName(name)) {
+        if (!TLFontListsGlyph(*state->font(), name)) {
             return false;
         }
         state->showGlyphAtCursor(name);

@@ -232,6 +232,7 @@ struct TLDocumentWindow::Impl {
     {
         toolbar->update();
         statusStrip->setText(TLStateText(*state, lineView()->knownProblem()));
+        statusStrip->setCoordinates(TLCoordinatesText(*state));
         statusStrip->setReport(report());
     }
 
@@ -297,10 +298,20 @@ void TLDocumentWindow::setText(std::string const& text)
 
 bool TLDocumentWindow::showGlyph(std::string const& name)
 {
-    if (!m_impl->state || !m_impl->state->font()->glyphForName(name)) {
+    if (!m_impl->state || !TLFontListsGlyph(*m_impl->state->font(), name)) {
         return false;
     }
     m_impl->state->setGlyphNames({ name }, 0);
+    m_impl->lineView()->centreEditedGlyph();
+    return true;
+}
+
+bool TLDocumentWindow::editGlyph(std::string const& name)
+{
+    if (!m_impl->state || !TLFontListsGlyph(*m_impl->state->font(), name)) {
+        return false;
+    }
+    m_impl->state->editGlyph(name);
     m_impl->lineView()->centreEditedGlyph();
     return true;
 }

@@ -34,12 +34,16 @@ public:
     /// Puts characters into the line; the first one's glyph is edited. A character without a glyph is left
     /// out.
     void setText(std::string const& text);
-    /// Shows the glyph of that name alone in the line, edited. False when the font has none.
+    /// Shows the glyph of that name alone in the line, edited; a box for one that cannot be read. False
+    /// when the font has none.
     bool showGlyph(std::string const& name);
+    /// The same in the line as it is, where the glyph is inserted at the cursor unless it is there already.
+    bool editGlyph(std::string const& name);
     /// Goes where the sliders would lead: onto a master or intermediate layer that stands there, otherwise
     /// to the interpolation. Axes that the location does not name stand at their default.
     void goToLocation(TLLocation const& location);
-    /// "Bold", "Intermediate layer …" or "Interpolated", as the window shows it.
+    /// The master's name, the layer's name, or "Interpolated", as the window shows it. Where neither is
+    /// true a sentence that begins "Nearest source".
     std::string stateText() const;
     /// The outline of the edited glyph as it is drawn: the layer's, or the interpolated one. None when
     /// no glyph is edited.

@@ -68,6 +68,19 @@ void TLEditState::showGlyphAtCursor(std::string const& name)
     didChange();
 }
 
+void TLEditState::editGlyph(std::string const& name)
+{
+    auto const& objects = m_line.objects();
+    auto const found = std::find_if(objects.begin(), objects.end(),
+        [&name](TLGlyphObject const& object) { return object.glyphName == name; });
+    if (found != objects.end()) {
+        select({ .location = static_cast<std::size_t>(found - objects.begin()), .length = 0 });
+        return;
+    }
+    m_line.insertObject(m_line.selectedRange().location, { name, currentMasterId() });
+    didChange();
+}
+
 void TLEditState::select(NSRange range)
 {
     auto const before = m_line.selectedRange();
@@ -77,11 +90,19 @@ void TLEditState::select(NSRange range)
         return;
     }
     auto const edited = m_line.editedIndex();
-    if (edited && *edited != before.location && m_line.objects()[*edited].layerId != shownLayerId) {
+    if (edited && *edited != before.location && !standsOnOwnLayer(m_line.objects()[*edited])) {
         bool const stoodOnMaster = m_font->fontMasterForId(shownLayerId) != nullptr;
         m_line.setLayer(*edited, stoodOnMaster ? shownLayerId : currentMasterId());
     }
     didChange();
+}
+
+/// Whether the user has put that object on a layer that is no master's.
+bool TLEditState::standsOnOwnLayer(TLGlyphObject const& object) const
+{
+    auto const glyph = m_font->glyphForName(object.glyphName);
+    auto const layer = glyph ? glyph->layerForId(object.layerId) : nullptr;
+    return layer && !layer->isMasterLayer();
 }
 
 void TLEditState::setMasterIndex(std::size_t index)

@@ -22,8 +22,11 @@ public:
     void setGlyphNames(std::vector<std::string> const& names, std::size_t cursor);
     /// Puts a glyph in the place of the edited one; at the cursor when none is edited.
     void showGlyphAtCursor(std::string const& name);
-    /// Where another glyph becomes the edited one the view stays where it is in the design space:
+    /// Selects the first object of that glyph; where the line has none it is inserted at the cursor.
+    void editGlyph(std::string const& name);
+    /// Where another object becomes the edited one the view stays where it is in the design space:
     /// at the display location, at the master; from an intermediate layer it goes to the current master.
+    /// An object that stands on an intermediate layer keeps it.
     void select(NSRange range);
 
     std::size_t masterIndex() const { return m_masterIndex; }
@@ -50,6 +53,7 @@ public:
     void setObserver(std::function<void()> observer) { m_observer = std::move(observer); }
 
 private:
+    bool standsOnOwnLayer(TLGlyphObject const& object) const;
     void didChange();
     void settleEditedGlyph();
     void settlePreviewMark();

@@ -55,7 +55,7 @@ NSColor mixed(NSColor first, NSColor second, double share)
 /// Components stand out from contours of the glyph's own, in a light palette and in a dark one.
 NSColor componentColor()
 {
-    return mixed(NSColor::labelColor(), NSColor::controlAccentColor(), 0.45);
+    return mixed(NSColor::labelColor(), NSColor::controlAccentColor(), 0.25);
 }
 
 NSRect centredAt(NSPoint point, double size)
@@ -151,11 +151,13 @@ std::size_t countOfPoints(TLOutline const& outline)
 
 } // namespace
 
-void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform)
+void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform,
+    TLComponentFill componentFill)
 {
     FontUnits const units(context, transform);
     fill(context, shape.contours, NSColor::labelColor());
-    fill(context, shape.components, componentColor());
+    bool const isTinted = componentFill == TLComponentFill::tinted;
+    fill(context, shape.components, isTinted ? componentColor() : NSColor::labelColor());
 }
 
 void TLDrawEditableGlyph(
@@ -164,7 +166,7 @@ void TLDrawEditableGlyph(
     {
         FontUnits const units(context, transform);
         context.setCosmeticLine(true);
-        fill(context, shape.components, componentColor().withAlpha(0.45));
+        fill(context, shape.components, componentColor().withAlpha(0.3));
         fill(context, shape.contours, NSColor::labelColor().withAlpha(0.1));
         stroke(context, shape.contours, NSColor::labelColor(), 1.25);
     }

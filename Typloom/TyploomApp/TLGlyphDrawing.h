@@ -12,8 +12,12 @@ struct TLGlyphTransform {
     NSPoint toView(double x, double y) const { return { origin.x + x * scale, origin.y - y * scale }; }
 };
 
+/// Whether a glyph's components are told from contours of its own.
+enum class TLComponentFill { likeContours, tinted };
+
 /// A glyph beside the edited one, or one that is an interpolation: filled.
-void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform);
+void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform,
+    TLComponentFill componentFill);
 
 /// A glyph on a layer that can be edited: its outline lightly filled, with nodes and handles. Points out
 /// of `visible` (in the view) are left out.

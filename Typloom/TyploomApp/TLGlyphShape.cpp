@@ -143,6 +143,9 @@ TLGlyphShapeCache::Shape TLGlyphShapeCache::shapeOf(
             m_font->addToReport(std::move(problem));
         }
     }
+    if (!outline.misfit.empty()) {
+        m_font->addToReport(std::move(outline.misfit));
+    }
     shape->advance = std::clamp(outline.outline.advance, 0.0, farthest);
     shape->outline = std::move(outline.outline);
     if (outline.problem) {

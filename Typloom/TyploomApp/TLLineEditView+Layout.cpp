@@ -17,6 +17,15 @@ NSRect TLLineEditView::frameOf(PlacedGlyph const& placed) const
         { placed.advance * scale(), (span.ascender - span.descender) * scale() } };
 }
 
+/// Whether the line stands on a master of which the glyph's drawing could not be read.
+bool TLLineEditView::hasUnreadableLayerHere(TLGlyph const& glyph) const
+{
+    auto const& active = m_state->activeLayer();
+    bool const standsOnMaster = active && active->isMasterLayer() && !m_state->showsInterpolation();
+    auto const layer = standsOnMaster ? glyph.layerForId(active->layerId()) : nullptr;
+    return layer && layer->problem();
+}
+
 TLGlyphShapeCache::Shape TLLineEditView::shapeOfObject(std::size_t index, TLLocation const& fontPlace) const
 {
     auto const& line = m_state->line();
@@ -27,7 +36,7 @@ TLGlyphShapeCache::Shape TLLineEditView::shapeOfObject(std::size_t index, TLLoca
         return editedShape();
     }
     auto const glyph = m_state->font()->glyphForName(object.glyphName);
-    return glyph ? m_shapes.interpolated(*glyph, fontPlace) : nullptr;
+    return glyph && !hasUnreadableLayerHere(*glyph) ? m_shapes.interpolated(*glyph, fontPlace) : nullptr;
 }
 
 TLLineEditView::PlacedGlyph TLLineEditView::placedGlyph(std::size_t index, TLLocation const& fontPlace) const

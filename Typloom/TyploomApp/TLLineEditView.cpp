@@ -110,8 +110,11 @@ TLGlyphShapeCache::Shape TLLineEditView::editedShape() const
         return nullptr;
     }
     auto const place = m_state->place();
-    return m_state->showsInterpolation() ? m_shapes.interpolated(*glyph, place)
-                                         : m_shapes.ofLayer(*m_state->activeLayer(), place);
+    if (m_state->showsInterpolation()) {
+        return m_shapes.interpolated(*glyph, place);
+    }
+    auto const& layer = *m_state->activeLayer();
+    return layer.problem() ? nullptr : m_shapes.ofLayer(layer, place);
 }
 
 std::optional<TLDrawingProblem> TLLineEditView::knownProblem() const
@@ -160,7 +163,8 @@ void TLLineEditView::drawRect(NSRect dirty)
         if (glyph.index == edited) {
             editedGlyph = &glyph;
         } else if (glyph.shape) {
-            TLDrawFilledGlyph(*context, *glyph.shape, { { glyph.x, baseline().y }, scale() });
+            TLDrawFilledGlyph(*context, *glyph.shape, { { glyph.x, baseline().y }, scale() },
+                TLComponentFill::likeContours);
         } else {
             TLDrawMissingGlyph(*context, metrics(), glyph.advance, { { glyph.x, baseline().y }, scale() });
         }
@@ -194,7 +198,7 @@ void TLLineEditView::drawEditedGlyph(CGContext& context, PlacedGlyph const& plac
     if (!placed.shape) {
         TLDrawMissingGlyph(context, metrics(), placed.advance, transform);
     } else if (m_state->showsInterpolation()) {
-        TLDrawFilledGlyph(context, *placed.shape, transform);
+        TLDrawFilledGlyph(context, *placed.shape, transform, TLComponentFill::tinted);
     } else {
         TLDrawEditableGlyph(context, *placed.shape, transform, dirty);
     }

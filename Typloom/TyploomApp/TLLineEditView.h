@@ -30,7 +30,8 @@ public:
 
     /// The advance of that object, from ascender to descender, in the view; none for one out of sight.
     std::optional<NSRect> frameOfObject(std::size_t index) const;
-    /// Null when no glyph is edited. Interpolates, where that has not been done yet.
+    /// Null when no glyph is edited, and for one that could not be read on its layer. Interpolates, where
+    /// that has not been done yet.
     TLGlyphShapeCache::Shape editedShape() const;
     /// Why the nearest source is drawn in the place of an interpolation, as far as it has been drawn.
     std::optional<TLDrawingProblem> knownProblem() const;
@@ -54,6 +55,7 @@ private:
     std::vector<PlacedGlyph> placedGlyphs() const;
     PlacedGlyph placedGlyph(std::size_t index, TLLocation const& fontPlace) const;
     TLGlyphShapeCache::Shape shapeOfObject(std::size_t index, TLLocation const& fontPlace) const;
+    bool hasUnreadableLayerHere(TLGlyph const& glyph) const;
     TLFontMaster::Metrics metrics() const;
     NSPoint baseline() const;
     NSRect frameOf(PlacedGlyph const& placed) const;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <unordered_set>
 
 namespace {
 
@@ -58,6 +59,49 @@ std::string_view takeName(std::string_view& text)
     return name;
 }
 
+/// A part of a text that stands for one glyph.
+struct Element {
+    char32_t character { 0 }; ///< 0 where there is a name, or nothing.
+    std::string_view name;
+};
+
+Element takeElement(std::string_view& text)
+{
+    auto const character = takeCharacter(text);
+    if (character != U'/') {
+        return { character, {} };
+    }
+    if (text.starts_with('/')) {
+        text.remove_prefix(1);
+        return { U'/', {} };
+    }
+    return { 0, takeName(text) };
+}
+
+/// The names of a font's glyphs, listed only when there is need: a family can have 80,000.
+class NameList {
+public:
+    explicit NameList(TLFont const& font)
+        : m_font(font)
+    {
+    }
+    bool contains(std::string_view name) const
+    {
+        if (m_font.glyphForName(name)) {
+            return true;
+        }
+        if (!m_names) {
+            auto names = m_font.glyphNames();
+            m_names.emplace(std::make_move_iterator(names.begin()), std::make_move_iterator(names.end()));
+        }
+        return m_names->contains(std::string(name));
+    }
+
+private:
+    TLFont const& m_font;
+    mutable std::optional<std::unordered_set<std::string>> m_names;
+};
+
 /// A name that is a single character, as of most letters; 0 for any other.
 char32_t characterAlone(std::string_view name)
 {
@@ -101,28 +145,46 @@ std::vector<std::string> firstGlyphsWithOutlines(TLFont const& font)
     return found;
 }
 
+std::optional<std::string> glyphNameFor(Element const& element, TLFont const& font, NameList const& list)
+{
+    if (element.character != 0) {
+        return font.glyphNameForCharacter(element.character);
+    }
+    bool const isListed = !element.name.empty() && list.contains(element.name);
+    return isListed ? std::optional(std::string(element.name)) : std::nullopt;
+}
+
 } // namespace
 
 std::vector<std::string> TLGlyphNamesForText(TLFont const& font, std::string_view text)
 {
+    NameList const list(font);
     std::vector<std::string> names;
-    auto const addCharacter = [&](char32_t character) {
-        if (auto name = font.glyphNameForCharacter(character)) {
-            names.push_back(std::move(*name));
-        }
-    };
     while (!text.empty() && names.size() < TLLineMaximumLength) {
-        auto const character = takeCharacter(text);
-        if (character != U'/') {
-            addCharacter(character);
-        } else if (text.starts_with('/')) {
-            text.remove_prefix(1);
-            addCharacter(U'/');
-        } else if (auto const name = takeName(text); !name.empty() && font.glyphForName(name)) {
-            names.emplace_back(name);
+        auto const element = takeElement(text);
+        auto name = glyphNameFor(element, font, list);
+        if (name) {
+            names.push_back(std::move(*name));
         }
     }
     return names;
+}
+
+std::optional<std::string> TLUnknownNameInText(TLFont const& font, std::string_view text)
+{
+    NameList const list(font);
+    while (!text.empty()) {
+        auto const element = takeElement(text);
+        if (!element.name.empty() && !list.contains(element.name)) {
+            return std::string(element.name);
+        }
+    }
+    return std::nullopt;
+}
+
+bool TLFontListsGlyph(TLFont const& font, std::string const& name)
+{
+    return NameList(font).contains(name);
 }
 
 std::string TLTextForGlyphNames(TLFont const& font, std::vector<std::string> const& names)

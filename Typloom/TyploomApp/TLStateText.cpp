@@ -16,7 +16,15 @@ std::string numberText(double value)
     return formatter.stringFromNumber(value).value_or(std::string());
 }
 
-std::string placeText(TLEditState const& state)
+std::string problemText(TLDrawingProblem const& problem)
+{
+    auto const source = problem.nearestSource.empty() ? "" : ": " + problem.nearestSource;
+    return "Nearest source" + source + " (" + problem.reason + ")";
+}
+
+} // namespace
+
+std::string TLCoordinatesText(TLEditState const& state)
 {
     auto const place = state.place();
     auto axes = state.font()->canonicalAxes();
@@ -36,23 +44,6 @@ std::string placeText(TLEditState const& state)
     return axes.size() > mostAxes ? text + ", …" : text;
 }
 
-std::string problemText(TLDrawingProblem const& problem)
-{
-    auto const source = problem.nearestSource.empty() ? "" : ": " + problem.nearestSource;
-    return "Nearest source" + source + " (" + problem.reason + ")";
-}
-
-std::string interpolationText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
-{
-    if (problem) {
-        return problemText(*problem);
-    }
-    auto const place = placeText(state);
-    return place.empty() ? "Interpolated" : "Interpolated — " + place;
-}
-
-} // namespace
-
 std::string TLLayerTitle(TLFont const& font, TLLayer const& layer)
 {
     if (layer.isMasterLayer()) {
@@ -65,14 +56,10 @@ std::string TLLayerTitle(TLFont const& font, TLLayer const& layer)
 std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
 {
     if (state.showsInterpolation() || state.axisLocation()) {
-        return interpolationText(state, problem);
+        return problem ? problemText(*problem) : "Interpolated";
     }
     if (auto const& layer = state.activeLayer()) {
-        auto const title = TLLayerTitle(*state.font(), *layer);
-        if (layer->isMasterLayer()) {
-            return title;
-        }
-        return (layer->isBraceLayer() ? "Intermediate layer " : "Layer ") + title;
+        return TLLayerTitle(*state.font(), *layer);
     }
     auto const master = state.currentMaster();
     return master ? master->name() : "No master";

@@ -3,9 +3,13 @@
 #include "Typloom/TyploomApp/TLEditState.h"
 #include "Typloom/TyploomApp/TLGlyphShape.h"
 
-/// The line that says where the view stands: a master's name, "Intermediate layer NAME",
-/// "Interpolated" with the place, or "Nearest source: NAME" with the reason where drawing met a problem.
+/// The line that says where the view stands: the master's name, the layer's name, "Interpolated", or
+/// "Nearest source: NAME" with the reason where drawing met a problem.
 TYPLOOM_API std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem);
+
+/// The place on every axis, as "Weight 80, Width 100"; of many axes only those away from their default.
+/// Empty without axes.
+TYPLOOM_API std::string TLCoordinatesText(TLEditState const& state);
 
 /// The name of a layer as a person sees it: of a master's layer the master's.
 TYPLOOM_API std::string TLLayerTitle(TLFont const& font, TLLayer const& layer);

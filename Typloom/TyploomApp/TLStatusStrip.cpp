@@ -18,13 +18,20 @@ namespace {
 /// A label that gives way: a long text ends in an ellipsis and never widens the window.
 class ElidingLabel final : public QLabel {
 public:
+    void showText(QString const& shown)
+    {
+        if (text() != shown) {
+            setText(shown);
+            setToolTip(shown);
+        }
+    }
     QSize minimumSizeHint() const override { return { 60, QLabel::minimumSizeHint().height() }; }
 
 protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::WindowText));
+        painter.setPen(palette().color(foregroundRole()));
         painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft,
             fontMetrics().elidedText(text(), Qt::ElideRight, width()));
     }
@@ -56,6 +63,7 @@ void showSentences(QWidget* parent, std::vector<std::string> const& sentences)
 struct TLStatusStrip::Impl {
     QPointer<QWidget> widget { new QWidget };
     ElidingLabel* label { new ElidingLabel };
+    ElidingLabel* coordinatesLabel { new ElidingLabel };
     QPushButton* reportButton { new QPushButton };
     std::vector<std::string> sentences;
 };
@@ -69,7 +77,13 @@ TLStatusStrip::TLStatusStrip()
     font.setWeight(QFont::DemiBold);
     label->setFont(font);
     label->setTextFormat(Qt::PlainText);
-    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+
+    auto* const coordinates = m_impl->coordinatesLabel;
+    coordinates->setAccessibleName("Coordinates");
+    coordinates->setForegroundRole(QPalette::PlaceholderText);
+    coordinates->setTextFormat(Qt::PlainText);
+    coordinates->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     auto* const button = m_impl->reportButton;
     button->setFocusPolicy(Qt::TabFocus);
@@ -82,7 +96,9 @@ TLStatusStrip::TLStatusStrip()
 
     auto* const layout = new QHBoxLayout(m_impl->widget);
     layout->setContentsMargins(12, 4, 8, 4);
-    layout->addWidget(label, 1);
+    layout->setSpacing(12);
+    layout->addWidget(label);
+    layout->addWidget(coordinates, 1);
     layout->addWidget(button);
     m_impl->widget->setMinimumHeight(32);
 }
@@ -99,11 +115,12 @@ QWidget* TLStatusStrip::widget() const
 
 void TLStatusStrip::setText(std::string const& text)
 {
-    auto const shown = toQString(text);
-    if (m_impl->label->text() != shown) {
-        m_impl->label->setText(shown);
-        m_impl->label->setToolTip(shown);
-    }
+    m_impl->label->showText(toQString(text));
+}
+
+void TLStatusStrip::setCoordinates(std::string const& text)
+{
+    m_impl->coordinatesLabel->showText(toQString(text));
 }
 
 std::string TLStatusStrip::text() const

@@ -17,6 +17,8 @@ public:
     /// The whole text is shown as far as there is room, and in the tool tip.
     void setText(std::string const& text);
     std::string text() const;
+    /// Beside the text, lighter.
+    void setCoordinates(std::string const& text);
     /// A button tells how many sentences there are, and opens a list of them; hidden when there are none.
     void setReport(std::vector<std::string> sentences);
 

@@ -7,14 +7,19 @@
 #include "Typloom/TyploomApp/TLApplicationController.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
 #include "Typloom/TyploomApp/TLEditViewController.h"
+#include "Typloom/TyploomApp/TLLineText.h"
 #include "Typloom/TyploomApp/TLPluginLoader.h"
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomKit/TLPlaceholderView.h"
 
+#include <algorithm>
 #include <clocale>
 #include <iostream>
+#include <tuple>
 
 #include <QApplication>
+#include <QDir>
+#include <QLibraryInfo>
 #include <QWidget>
 
 namespace {
@@ -33,9 +38,25 @@ void passOnToolkitMessage(QtMsgType, QMessageLogContext const&, QString const& m
     }
 }
 
+/// Whether the toolkit's part for Wayland is installed, which is a package of its own.
+bool hasWaylandPlugin()
+{
+    QStringList folders { QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms",
+        qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH") };
+    for (auto const& folder : qEnvironmentVariable("QT_PLUGIN_PATH").split(':', Qt::SkipEmptyParts)) {
+        folders.append(folder + "/platforms");
+    }
+    return std::any_of(folders.begin(), folders.end(), [](QString const& folder) {
+        return !folder.isEmpty() && !QDir(folder).entryList({ "libqwayland*.so" }, QDir::Files).isEmpty();
+    });
+}
+
 /// Whether a window could be shown; otherwise the toolkit would end the program before a word is said.
 bool hasScreen()
 {
+    if (!hasWaylandPlugin()) {
+        qunsetenv("WAYLAND_DISPLAY");
+    }
     for (auto const* variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" }) {
         if (!qEnvironmentVariableIsEmpty(variable)) {
             return true;
@@ -70,16 +91,34 @@ void loadPlugins(CommandLine const& commandLine, TLApplicationController& applic
     }
 }
 
+std::string unknownGlyph(std::string const& name, TLFont const& font)
+{
+    return "There is no glyph '" + name + "' in the family; there are "
+        + ListOfNamesLike(name, font.glyphNames());
+}
+
+/// Fills the line. A sentence when a glyph is not there.
+std::optional<std::string> showText(CommandLine const& commandLine, TLDocumentWindow& window)
+{
+    auto const& [text, glyph] = std::tie(commandLine.text, commandLine.glyph);
+    if (text) {
+        if (auto const unknown = TLUnknownNameInText(*window.font(), *text)) {
+            return unknownGlyph(*unknown, *window.font());
+        }
+        window.setText(*text);
+    }
+    if (glyph && !(text ? window.editGlyph(*glyph) : window.showGlyph(*glyph))) {
+        return unknownGlyph(*glyph, *window.font());
+    }
+    return std::nullopt;
+}
+
 /// Shows what the command line names in the window. A sentence when a name is not there.
 std::optional<std::string> goTo(CommandLine const& commandLine, TLDocumentWindow& window)
 {
     auto const font = window.font();
-    if (commandLine.text) {
-        window.setText(*commandLine.text);
-    }
-    if (commandLine.glyph && !window.showGlyph(*commandLine.glyph)) {
-        return "There is no glyph '" + *commandLine.glyph + "' in the family; there are "
-            + ListOfNamesLike(*commandLine.glyph, font->glyphNames());
+    if (auto problem = showText(commandLine, window)) {
+        return problem;
     }
     if (commandLine.location.empty()) {
         return std::nullopt;
@@ -101,7 +140,7 @@ ExitStatus writeOutputs(CommandLine const& commandLine, TLDocumentWindow& window
 {
     window.widget()->setFixedSize(commandLine.size.width, commandLine.size.height);
     SettleEvents();
-    for (auto const& sentence : window.report()) {
+    for (auto const& sentence : window.font()->report()) {
         complain(sentence);
     }
     if (commandLine.snapshot) {
@@ -118,18 +157,6 @@ ExitStatus writeOutputs(CommandLine const& commandLine, TLDocumentWindow& window
         return failed;
     }
     return succeeded;
-}
-
-/// A family that cannot be read is told in a dialog too where a person can see one.
-ExitStatus reportUnreadable(std::string const& sentence, TLApplicationController& application)
-{
-    complain(sentence);
-    if (QGuiApplication::platformName() == "offscreen" || QGuiApplication::platformName() == "minimal") {
-        return failed;
-    }
-    application.openInvitation()->showError(sentence);
-    QApplication::exec();
-    return failed;
 }
 
 ExitStatus complainOfNoScreen()
@@ -151,7 +178,8 @@ int run(CommandLine const& commandLine, bool canShow)
     }
     auto const outcome = application.open(*commandLine.family);
     if (!outcome.window) {
-        return reportUnreadable(outcome.error, application);
+        complain(outcome.error);
+        return failed;
     }
     auto& window = *outcome.window;
     window.widget()->resize(commandLine.size.width, commandLine.size.height);
