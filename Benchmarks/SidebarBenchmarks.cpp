@@ -99,7 +99,8 @@ void slideOnce(benchmark::State& state, FamilySize const& size, Until until)
     std::size_t tick = 0;
     for (auto _ : state) {
         // Between the sources, a tenth further each time.
-        auto const value = double(1 + 10 * (++tick % 900) + tick % 9) / 10;
+        ++tick;
+        auto const value = double(1 + 10 * (tick % 900) + tick % 9) / 10;
         sidebar.axisCellViewDidChangeValue(row, value);
         NSMainQueue::runPending();
         if (until == Until::windowIsPainted) {
