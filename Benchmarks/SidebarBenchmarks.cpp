@@ -7,6 +7,7 @@
 #include "Typloom/TyploomApp/Snapshot.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
 #include "Typloom/TyploomApp/TLSidebar.h"
+#include "Typloom/TyploomKit/TLPlaceholderView.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -19,6 +20,7 @@ constexpr std::size_t ringsInLine = 49;
 void loadPlugin()
 {
     static bool const isLoaded = [] {
+        TLRegisterViewClasses();
         // Held, since a bundle is found by its identifier as long as somebody has it.
         static auto const bundle = NSBundle::bundleWithPath(BUILD_FOLDER "/PlugIns/Moravel.bundle");
         std::shared_ptr<TyploomPlugin> plugin;
