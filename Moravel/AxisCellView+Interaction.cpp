@@ -145,6 +145,7 @@ void AxisCellView::updateAccessoryVisibility()
 
 void AxisCellView::drawRect(NSRect dirty)
 {
+    NSAssertMainThread();
     NSTableCellView::drawRect(dirty);
     auto* const context = CGContext::current();
     if (!context) {

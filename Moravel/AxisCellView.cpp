@@ -110,6 +110,7 @@ void AxisCellView::handleEditingStateDidChange(std::shared_ptr<NSNotification> c
 
 void AxisCellView::updateEditingHighlight()
 {
+    NSAssertMainThread();
     auto const state = tableState();
     auto const isHighlighted = m_item && state && state->editingItem() == m_item;
     if (isHighlighted == m_isHighlighted) {
@@ -130,7 +131,9 @@ void AxisCellView::reloadRowContent()
         return;
     }
     auto const entry = state->rowContentByItem().find(*m_item);
-    applyRowContent(entry == state->rowContentByItem().end() ? nothing : entry->second);
+    // A copy: what is shown may make the table refresh, and that replaces the contents.
+    auto const content = entry == state->rowContentByItem().end() ? nothing : entry->second;
+    applyRowContent(content);
 }
 
 /// An empty content shows a row of nothing: no name, all controls disabled.

@@ -7,6 +7,7 @@
 
 void TableState::setEditingItem(std::optional<SidebarItem> const& item)
 {
+    NSAssertMainThread();
     if (item == m_editingItem) {
         return;
     }
@@ -25,6 +26,7 @@ std::optional<SidebarItem> TableState::itemForAxis(std::shared_ptr<TLAxis> const
 std::unordered_set<SidebarItem> TableState::changedItems(
     RowContentByItem const& contents, std::shared_ptr<TLAxis> const& refreshingAxis) const
 {
+    NSAssertMainThread();
     std::unordered_set<SidebarItem> changed;
     for (auto const& [item, content] : contents) {
         auto const shown = m_rowContentByItem.find(item);
@@ -42,6 +44,7 @@ std::unordered_set<SidebarItem> TableState::changedItems(
 
 void TableState::postRowContentChanges(std::unordered_set<SidebarItem> const& items)
 {
+    NSAssertMainThread();
     // An observer may release the last other reference to this state.
     auto const self = shared_from_this();
     for (auto const& item : items) {
