@@ -2,15 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace {
 
-/// Designspaces of real families beside the source folder; none where that was not set up.
-std::vector<std::filesystem::path> sharedFamilies()
+using Paths = std::vector<std::filesystem::path>;
+
+Paths designspacesIn(std::filesystem::path const& folder)
 {
-    std::vector<std::filesystem::path> found;
-    std::error_code problem;
-    for (auto const& entry : std::filesystem::recursive_directory_iterator(
-             std::filesystem::path(SOURCE_FOLDER).parent_path() / "shared" / "fonts", problem)) {
+    Paths found;
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(folder)) {
         if (entry.path().extension() == ".designspace") {
             found.push_back(entry.path());
         }
@@ -18,24 +19,41 @@ std::vector<std::filesystem::path> sharedFamilies()
     return found;
 }
 
-} // namespace
-
-TEST(SharedFamilies, openAndGiveEveryGlyphWithoutAProblem)
+void expectToOpenWholly(Paths const& families)
 {
-    auto const families = sharedFamilies();
-    if (families.empty()) {
-        GTEST_SKIP() << "there are no shared families here";
-    }
     for (auto const& path : families) {
+        SCOPED_TRACE(path);
         auto const opened = TLOpenFamily(path);
         ASSERT_TRUE(opened) << opened.error().sentence();
-        EXPECT_NE((*opened)->defaultFontMaster(nullptr), nullptr) << path;
+        bool const hasDefault = (*opened)->defaultFontMaster(nullptr) != nullptr;
+        EXPECT_EQ(hasDefault, path.stem() != "NoDefaultSource");
+        EXPECT_FALSE((*opened)->glyphNames().empty());
         for (auto const& name : (*opened)->glyphNames()) {
             auto const glyph = (*opened)->glyphForName(name);
-            ASSERT_NE(glyph, nullptr) << path << " " << name;
+            ASSERT_NE(glyph, nullptr) << name;
             for (auto const& [layerId, layer] : glyph->layers()) {
-                EXPECT_EQ(layer->problem(), std::nullopt) << path;
+                EXPECT_EQ(layer->problem(), std::nullopt) << name;
             }
         }
     }
+}
+
+} // namespace
+
+TEST(Families, ofTheProjectOpenAndGiveEveryGlyphWithoutAProblem)
+{
+    auto const families = designspacesIn(std::filesystem::path(SOURCE_FOLDER) / "Fonts");
+    ASSERT_FALSE(families.empty());
+    expectToOpenWholly(families);
+}
+
+TEST(Families, ofAnotherFolderOpenAndGiveEveryGlyphWithoutAProblem)
+{
+    char const* const folder = std::getenv("TYPLOOM_FAMILIES");
+    if (!folder) {
+        GTEST_SKIP() << "TYPLOOM_FAMILIES names no folder of families";
+    }
+    auto const families = designspacesIn(folder);
+    ASSERT_FALSE(families.empty()) << folder;
+    expectToOpenWholly(families);
 }
