@@ -136,8 +136,14 @@ TEST(NSTrackingArea, ofAViewThatDiesIsForgotten)
     ViewWindow host;
     auto view = host.add(std::make_shared<TrackedView>(), { { 0, 0 }, { 100, 40 } });
     host.move({ 20, 20 });
+    std::weak_ptr<TrackedView> const dead = view;
     view->removeFromSuperview();
     view.reset();
+    EXPECT_TRUE(dead.expired()) << "the tracking keeps nothing alive";
+    // What stands in its place is tracked as if nothing had been there.
+    auto const next = host.add(std::make_shared<TrackedView>(), { { 0, 0 }, { 100, 40 } });
+    ViewWindow::settle();
     host.move({ 30, 20 });
     host.moveAway();
+    EXPECT_EQ(next->events, (Events { "entered", "exited" }));
 }
