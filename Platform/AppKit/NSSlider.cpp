@@ -1,5 +1,6 @@
 #include "Platform/AppKit/NSSlider.h"
 
+#include "Platform/AppKit/KeyStep.h"
 #include "Platform/Qt/EventDispatch.h"
 #include "Platform/Qt/NSViewBacking.h"
 #include "Platform/Qt/SliderAccessibility.h"
@@ -18,8 +19,6 @@ namespace {
 constexpr double fineDragFactor = 0.1;
 /// How far the pointer may shake after a double click before it drags, in points.
 constexpr double stillDistance = 5;
-/// Below this span a step of 1 would leave too few places to stop at.
-constexpr double smallSpan = 10;
 /// A touch pad's small moves step together; a notch of a wheel is more than this and one step.
 constexpr double pointsPerWheelStep = 16;
 } // namespace
@@ -280,11 +279,7 @@ void NSSlider::performChange(double value)
 
 double NSSlider::keyStep(bool coarse) const
 {
-    auto const span = m_maxValue - m_minValue; // Infinite for the largest ranges, which is fine here.
-    if (span >= smallSpan) {
-        return coarse ? 10 : 1;
-    }
-    return coarse ? std::max(0.1, span / 10) : 0.1;
+    return ::keyStep(m_maxValue - m_minValue, coarse); // Infinite for the largest ranges, which is fine here.
 }
 
 double NSSlider::nextStop(double, bool up) const

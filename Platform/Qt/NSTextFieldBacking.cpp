@@ -1,9 +1,11 @@
 #include "Platform/Qt/NSTextFieldBacking.h"
 
+#include "Platform/AppKit/KeyStep.h"
 #include "Platform/Qt/Conversions.h"
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 static QWidget* makeWidget(NSTextField::Kind kind)
 {
@@ -162,16 +164,10 @@ bool NSTextFieldBacking::cancel()
     return true;
 }
 
-/// Whole steps, and tenths where the range has no room for them.
-static double stepLength(NSNumberFormatter const& formatter, bool big)
+static double spanOf(NSNumberFormatter const& formatter)
 {
-    if (formatter.minimum() && formatter.maximum()) {
-        double const range = *formatter.maximum() - *formatter.minimum();
-        if (range < 10) {
-            return big ? std::max(0.1, range / 10) : 0.1;
-        }
-    }
-    return big ? 10 : 1;
+    bool const isBounded = formatter.minimum() && formatter.maximum();
+    return isBounded ? *formatter.maximum() - *formatter.minimum() : std::numeric_limits<double>::infinity();
 }
 
 bool NSTextFieldBacking::step(double direction, bool big)
@@ -186,7 +182,7 @@ bool NSTextFieldBacking::step(double direction, bool big)
         return true;
     }
     // Sums of tenths gather noise in the last digits: 0.1 + 0.2.
-    double target = std::round((*number + direction * stepLength(*formatter, big)) * 1e6) / 1e6;
+    double target = std::round((*number + direction * keyStep(spanOf(*formatter), big)) * 1e6) / 1e6;
     target = std::min(target, formatter->maximum().value_or(target));
     target = std::max(target, formatter->minimum().value_or(target));
     if (target == *number && !m_edited) {
