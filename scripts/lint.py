@@ -2,9 +2,11 @@
 """Rules that no compiler checks. Prints each offence with file and line; status 1 when there is one.
 
 lint.py numbers   no function that reads or writes numbers by the process's locale
-lint.py strings   each text of the plug-in is in its table, with that English text, and the other way round
+lint.py strings   each text of the plug-in's code and interface descriptions is in its table, with that English
+                  text, and the other way round
 """
 
+import html
 import re
 import subprocess
 import sys
@@ -23,13 +25,14 @@ NUMBERS_ALLOWED = {"Platform/Foundation/NSNumberFormatter.cpp"}
 LITERALS = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'
 # The plug-in's own look-up gives the bundle by itself; both take key, English text and comment.
 LOOKUP = re.compile(r"\b(?:Moravel|NS)LocalizedString\s*\(\s*" + LITERALS + r",\s*(?:[^\",]+,\s*)?" + LITERALS + r",\s*" + LITERALS)
+INTERFACE_TEXT = re.compile(r"<string\b([^>/]*)>(.*?)</string>", re.S)
 ENTRY = re.compile(r'/\*(.*?)\*/|"((?:[^"\\]|\\.)*)"\s*=\s*"((?:[^"\\]|\\.)*)"\s*;', re.S)
 
 
-def sources(*folders):
+def sources(*folders, endings=(".h", ".cpp")):
     names = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z", "--", *folders],
                            cwd=ROOT, check=True, capture_output=True, text=True).stdout.split("\0")
-    return [ROOT / name for name in names if name.endswith((".h", ".cpp")) and (ROOT / name).exists()]
+    return [ROOT / name for name in names if name.endswith(endings) and (ROOT / name).exists()]
 
 
 def line_of(text, position):
@@ -50,6 +53,18 @@ def joined(literals):
 def lookups(text):
     """(line, key, English text) of each look-up whose arguments are literals."""
     return [(line_of(text, m.start()), joined(m.group(1)), joined(m.group(2))) for m in LOOKUP.finditer(text)]
+
+
+def interface_texts(text):
+    """(line, key, English text) of each text of an interface description that is not marked as no text: it is its own key."""
+    texts = ((line_of(text, m.start()), m.group(1), html.unescape(m.group(2))) for m in INTERFACE_TEXT.finditer(text))
+    return [(line, escaped(one), escaped(one)) for line, attributes, one in texts
+            if one and not re.search(r"""\bnotr\s*=\s*["']true["']""", attributes)]
+
+
+def escaped(text):
+    """As it stands between the quotes of a table."""
+    return text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n")
 
 
 def entries(text):
@@ -83,12 +98,16 @@ def strings():
         text = path.read_text(encoding="utf-8")
         calls += len(re.findall(r"\bMoravelLocalizedString\s*\(\s*\"", text))
         found += [(f"{path.relative_to(ROOT)}:{line}", key, english) for line, key, english in lookups(text)]
+    read = len(found)
+    for path in sources("Moravel", endings=(".ui",)):
+        texts = interface_texts(path.read_text(encoding="utf-8"))
+        found += [(f"{path.relative_to(ROOT)}:{line}", key, english) for line, key, english in texts]
     table = entries((ROOT / "Moravel/Resources/en.lproj/Localizable.strings").read_text(encoding="utf-8"))
     out = compare(found, table)
-    if calls > len(found):
-        out.append(f"{calls - len(found)} look-ups are written in a form that this check cannot read")
-    if not found:
-        out.append("No look-up found")
+    if calls > read:
+        out.append(f"{calls - read} look-ups are written in a form that this check cannot read")
+    if not read or read == len(found):
+        out.append("No look-up found, or no text of an interface description")
     return out
 
 
@@ -101,6 +120,9 @@ def self_test():
         assert not number_offences(good), good
     call = 'return MoravelLocalizedString(\n "a.key", "One "\n "text.", "For translators");'
     assert lookups(call) == [(1, "a.key", "One text.")]
+    interface = '<string notr="true">outlet</string>\n<string>Say "A &amp; B"</string><string/><string comment="c">C</string>'
+    assert interface_texts(interface) == [(2, r'Say \"A & B\"', r'Say \"A & B\"'), (2, "C", "C")], interface_texts(interface)
+    assert compare([("f", key, english) for _, key, english in interface_texts(interface)], {"C": "C"})
     table = entries('/* "No" = "entry"; */\n"a.key" = "One text.";')
     assert table == {"a.key": "One text."} and not compare([("f", "a.key", "One text.")], table)
     assert compare([("f", "a.key", "Other")], table) and compare([("f", "b", "B")], {}) and compare([], table)

@@ -35,15 +35,12 @@ ViewMakers& viewMakers()
     return makers;
 }
 
-std::string classNameOf(NSObject const* object)
+std::string classNameOf(NSObject const& object)
 {
-    if (!object) {
-        return "its top view";
-    }
     int status = 0;
     std::unique_ptr<char, decltype(&std::free)> const name(
-        abi::__cxa_demangle(typeid(*object).name(), nullptr, nullptr, &status), &std::free);
-    return status == 0 ? name.get() : typeid(*object).name();
+        abi::__cxa_demangle(typeid(object).name(), nullptr, nullptr, &status), &std::free);
+    return status == 0 ? name.get() : typeid(object).name();
 }
 
 std::string nameProperty(NSView const& view, char const* property)
@@ -96,7 +93,7 @@ private:
             m_problems.push_back("names the outlet '" + name + "' twice");
         } else if (!outlet->connect(*m_owner, view)) {
             m_problems.push_back(
-                "names the outlet '" + name + "' for a view of the wrong class, " + classNameOf(view.get()));
+                "names the outlet '" + name + "' for a view of the wrong class, " + classNameOf(*view));
         }
     }
 
@@ -161,27 +158,32 @@ std::shared_ptr<NSView> NSNib::instantiate(
     std::shared_ptr<NSObject> const& owner, std::vector<std::string>& errors) const
 {
     NSAssertMainThread();
-    auto const report = [&](NSObject const* ownerObject, std::vector<std::string> const& problems) {
+    // Without another owner it is the view at the top, whose class is known once the file is read.
+    auto ownerClass = owner ? classNameOf(*owner) : std::string();
+    auto const report = [&](std::vector<std::string> const& problems) {
+        auto const ofOwner = ownerClass.empty() ? std::string() : " of " + ownerClass;
         for (auto const& problem : problems) {
-            errors.push_back(
-                "The interface " + m_name + ".ui of " + classNameOf(ownerObject) + " " + problem + ".");
+            errors.push_back("The interface " + m_name + ".ui" + ofOwner + " " + problem + ".");
         }
     };
     auto const path = m_bundle->pathForResource(m_name, "ui");
     QFile file(path ? toQString(path->string()) : QString());
     if (!path || !file.open(QIODevice::ReadOnly)) {
-        report(owner.get(), { "is not in the folder " + (m_bundle->bundlePath() / "Resources").string() });
+        report({ "is not in the folder " + (m_bundle->bundlePath() / "Resources").string() });
         return nullptr;
     }
     NibLoader loader;
-    auto const top = loader.load(file);
+    auto const top = loader.load(file, m_bundle);
+    if (!owner) {
+        ownerClass = loader.topClass();
+    }
     if (!top) {
-        report(owner.get(), loader.problems());
+        report(loader.problems());
         return nullptr;
     }
     std::shared_ptr<NSObject> const fileOwner = owner ? owner : top;
     if (auto const problems = Binder(loader.views(), fileOwner).connect(); !problems.empty()) {
-        report(fileOwner.get(), problems);
+        report(problems);
         return nullptr;
     }
     for (auto const& view : loader.views()) {

@@ -8,7 +8,6 @@
 #include <QCoreApplication>
 #include <QIODevice>
 #include <QPushButton>
-#include <QXmlStreamReader>
 
 HiddenToolkitPlugins::HiddenToolkitPlugins()
     : m_paths(QCoreApplication::libraryPaths())
@@ -86,21 +85,10 @@ void NibLoader::decode(NSView& view, QString const& className, QString const& na
     view.setIdentifier(fromQString(name));
 }
 
-/// Of several top widgets the toolkit takes the last, and says nothing.
-static bool hasOneTopWidget(QIODevice& file)
+std::shared_ptr<NSView> NibLoader::load(QIODevice& file, std::shared_ptr<NSBundle> const& bundle)
 {
-    QXmlStreamReader reader(&file);
-    int count = 0;
-    for (reader.readNextStartElement(); reader.readNextStartElement(); reader.skipCurrentElement()) {
-        count += reader.name() == QLatin1String("widget");
-    }
-    file.seek(0);
-    return count <= 1;
-}
-
-std::shared_ptr<NSView> NibLoader::load(QIODevice& file)
-{
-    bool const isOneTree = hasOneTopWidget(file);
+    auto const outline = readNibOutline(file);
+    m_topClass = outline.topClasses.empty() ? std::string() : outline.topClasses.front();
     auto* widget = QUiLoader::load(&file);
     if (!widget) {
         auto problem = fromQString(errorString());
@@ -109,11 +97,15 @@ std::shared_ptr<NSView> NibLoader::load(QIODevice& file)
         return nullptr;
     }
     auto* top = viewOfWidget(widget);
-    if (!isOneTree) {
+    // Of several top widgets the toolkit takes the last, and says nothing.
+    if (outline.topClasses.size() > 1) {
         m_problems.push_back("has more than one top widget");
     }
     if (!top) {
         m_problems.push_back("has no view at its top");
+    }
+    for (auto const& text : outline.texts) {
+        translate(text, bundle);
     }
     for (auto const& view : m_views) {
         applyProperties(*view);
@@ -127,6 +119,21 @@ std::shared_ptr<NSView> NibLoader::load(QIODevice& file)
         delete widget;
     }
     return nullptr;
+}
+
+/// The English text is its own key.
+void NibLoader::translate(NibOutline::Text const& text, std::shared_ptr<NSBundle> const& bundle)
+{
+    auto const english = fromQString(text.english);
+    auto const translated = NSLocalizedString(english, bundle, english, "");
+    if (translated == english) {
+        return;
+    }
+    for (auto const& view : m_views) {
+        if (auto* widget = qtWidget(*view); widget->objectName() == text.widget) {
+            widget->setProperty(text.property.constData(), toQString(translated));
+        }
+    }
 }
 
 void NibLoader::joinSuperviews()

@@ -5,6 +5,7 @@
 #include "Platform/AppKit/NSSlider.h"
 #include "Platform/AppKit/NSTableCellView.h"
 #include "Platform/AppKit/NSTableView.h"
+#include "Platform/Foundation/NSLocale.h"
 #include "Platform/Qt/NSViewBacking.h"
 
 #include <gmock/gmock.h>
@@ -151,6 +152,51 @@ TEST_F(Nib, makesTheTopViewTheOwnerWhenThereIsNoOther)
     ASSERT_NE(cell, nullptr);
     EXPECT_TRUE(cell->decoded);
     EXPECT_EQ(awakened, (std::vector<std::string> { "connected cell" }));
+}
+
+TEST_F(Nib, showsItsTextsInTheLanguageOfTheUser)
+{
+    auto const language = path / "Resources" / "de.lproj";
+    std::filesystem::create_directories(language);
+    std::ofstream(language / "Localizable.strings")
+        << R"("Add" = "Neu"; "Value" = "Wert"; "None" = "Keiner"; "Name & more" = "Name & mehr"; "x" = "y";)";
+    write(widget("QWidget", "top",
+        widget("QLabel", "nameLabel", text("outlet", "nameLabel") + text("text", "Name &amp; more"))
+            + widget("QLineEdit", "field", text("placeholderText", "None") + text("accessibleName", "Value"))
+            + widget("QPushButton", "button", text("text", "Add") + text("toolTip", "Not in the table"))
+            + widget(
+                "QLabel", "kept", R"(<property name="text"><string notr="true">x</string></property>)")));
+    NSSetCurrentLocale("de_DE");
+    auto const view = load(owner);
+    NSSetCurrentLocale("");
+    ASSERT_NE(view, nullptr);
+    auto const fieldNamed = [&](char const* name) {
+        return std::dynamic_pointer_cast<NSTextField>(view->descendantWithIdentifier(name));
+    };
+    EXPECT_EQ(fieldNamed("nameLabel")->stringValue(), "Name & mehr");
+    EXPECT_EQ(fieldNamed("field")->placeholderString(), "Keiner");
+    EXPECT_EQ(fieldNamed("field")->accessibilityLabel(), "Wert");
+    EXPECT_EQ(fieldNamed("kept")->stringValue(), "x");
+    auto const button = std::dynamic_pointer_cast<NSButton>(view->descendantWithIdentifier("button"));
+    EXPECT_EQ(button->title(), "Neu");
+    EXPECT_EQ(button->toolTip(), "Not in the table");
+}
+
+TEST_F(Nib, namesTheClassAtItsTopWhereThatIsTheOwner)
+{
+    auto const ofCell = HasSubstr("Form.ui of Cell ");
+    write(widget("Cell", "cell"));
+    EXPECT_EQ(load(nullptr), nullptr);
+    EXPECT_THAT(errors, ElementsAre(AllOf(ofCell, HasSubstr("'nameLabel'"))));
+    write(widget("Cell", "cell", label + widget("Celll", "x")));
+    EXPECT_EQ(load(nullptr), nullptr);
+    EXPECT_THAT(errors, ElementsAre(AllOf(ofCell, HasSubstr("'Celll'"))));
+    write("<widget class=\"Cell\" name=\"cell\">\n<property");
+    EXPECT_EQ(load(nullptr), nullptr);
+    EXPECT_THAT(errors, ElementsAre(ofCell));
+    std::filesystem::remove(path / "Resources" / "Form.ui");
+    EXPECT_EQ(load(nullptr), nullptr);
+    EXPECT_THAT(errors, ElementsAre(HasSubstr("Form.ui is not in the folder")));
 }
 
 TEST_F(Nib, doesNotKeepItsOwnerAlive)
