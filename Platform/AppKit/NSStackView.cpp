@@ -1,5 +1,6 @@
 #include "Platform/AppKit/NSStackView.h"
 
+#include "Platform/Foundation/NSFatalError.h"
 #include "Platform/Foundation/NSMainThread.h"
 #include "Platform/Qt/DrawingConversions.h"
 #include "Platform/Qt/NSViewBacking.h"
@@ -23,26 +24,24 @@ std::shared_ptr<NSStackView> NSStackView::stackViewWithViews(
     for (auto const& view : views) {
         stack->addSubview(view);
         if (auto* widget = qtWidget(*view)) {
-            layout->addWidget(widget);
+            layout->addWidget(widget, 0, Qt::AlignVCenter);
         }
     }
-    stack->setAlignment(stack->alignment());
     stack->setSpacing(stack->spacing());
     return stack;
 }
 
 void NSStackView::setOrientation(NSLayoutOrientation orientation)
 {
-    m_orientation = orientation;
+    if (orientation != NSLayoutOrientation::horizontal) {
+        NSFatalError("A stack view stands only horizontally");
+    }
 }
 
 void NSStackView::setAlignment(NSStackViewAlignment alignment)
 {
-    NSAssertMainThread();
-    m_alignment = alignment;
-    auto* layout = layoutOf(*this);
-    for (int index = 0; layout && index < layout->count(); ++index) {
-        layout->itemAt(index)->setAlignment(Qt::AlignVCenter);
+    if (alignment != NSStackViewAlignment::centerY) {
+        NSFatalError("A stack view aligns its views only by their centres");
     }
 }
 
