@@ -44,11 +44,6 @@ void CGContext::concatenate(double a, double b, double c, double d, double tx, d
     m_impl.painter.setTransform(QTransform(a, b, c, d, tx, ty), true);
 }
 
-void CGContext::clipTo(NSRect rect)
-{
-    m_impl.painter.setClipRect(toQRectF(rect), Qt::IntersectClip);
-}
-
 void CGContext::setFillColor(NSColor color)
 {
     m_impl.brush = toQColor(color);
@@ -67,15 +62,6 @@ void CGContext::setLineWidth(double points)
 void CGContext::setCosmeticLine(bool cosmetic)
 {
     m_impl.pen.setCosmetic(cosmetic);
-}
-
-void CGContext::setDash(double on, double off)
-{
-    if (on > 0 && off > 0) {
-        m_impl.pen.setDashPattern({ on, off });
-    } else {
-        m_impl.pen.setStyle(Qt::SolidLine);
-    }
 }
 
 void CGContext::addPath(CGPath const& path)

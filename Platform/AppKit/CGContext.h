@@ -17,14 +17,12 @@ public:
 
     /// x' = a x + c y + tx, y' = b x + d y + ty, before what is already in force.
     void concatenate(double a, double b, double c, double d, double tx, double ty);
-    void clipTo(NSRect rect);
 
     void setFillColor(NSColor color);
     void setStrokeColor(NSColor color);
     void setLineWidth(double points);
     /// Lines keep their width in device pixels, whatever the transform.
     void setCosmeticLine(bool cosmetic);
-    void setDash(double on, double off); ///< In line widths; 0, 0 draws solid lines.
 
     void addPath(CGPath const& path);
     void strokePath(); ///< Draws and forgets what was added.

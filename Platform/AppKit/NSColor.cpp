@@ -70,11 +70,6 @@ NSColor NSColor::tertiaryLabelColor()
     return fadedText(0.6, visibleContrast);
 }
 
-NSColor NSColor::separatorColor()
-{
-    return mix(role(QPalette::Window), role(QPalette::WindowText), 0.18);
-}
-
 NSColor NSColor::controlBackgroundColor()
 {
     return role(QPalette::Base);

@@ -14,7 +14,6 @@ struct PLATFORM_API NSColor {
     static NSColor labelColor();
     static NSColor secondaryLabelColor();
     static NSColor tertiaryLabelColor();
-    static NSColor separatorColor();
     static NSColor controlBackgroundColor();
     static NSColor textBackgroundColor();
     static NSColor controlAccentColor();

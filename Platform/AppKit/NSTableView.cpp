@@ -51,16 +51,6 @@ std::shared_ptr<NSView> NSTableView::viewAtColumnRow(
     return column == 0 ? tableBacking(*this).viewOfRow(row, makeIfNecessary) : nullptr;
 }
 
-NSRect NSTableView::rectOfRow(std::size_t row) const
-{
-    auto const& backing = tableBacking(*this);
-    if (row >= backing.rows.size()) {
-        return {};
-    }
-    return { { 0, backing.geometry.top(row) },
-        { backing.visibleRect().size.width, backing.geometry.height(row) } };
-}
-
 void NSTableView::layoutSubtreeIfNeeded()
 {
     tableBacking(*this).tile();

@@ -46,7 +46,6 @@ public:
     void scrollRowToVisible(std::size_t row);
     /// The view of a row, null when the row has none and is not to get one, or is out of range.
     std::shared_ptr<NSView> viewAtColumnRow(std::size_t column, std::size_t row, bool makeIfNecessary);
-    NSRect rectOfRow(std::size_t row) const;
     std::shared_ptr<NSScrollView> enclosingScrollView() const { return m_scrollView; }
     void layoutSubtreeIfNeeded() override;
 

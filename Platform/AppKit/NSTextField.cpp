@@ -1,5 +1,6 @@
 #include "Platform/AppKit/NSTextField.h"
 
+#include "Platform/Foundation/NSMainThread.h"
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/DrawingConversions.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
@@ -112,10 +113,33 @@ void NSTextField::setUsesSingleLineMode(bool single)
     }
 }
 
-void NSTextField::setPreferredMaxLayoutWidth(double points)
+/// The toolkit turns left and right around for languages from right to left, unless told not to.
+static Qt::Alignment horizontalAlignment(NSTextAlignment alignment)
 {
-    if (auto const& label = fieldBacking(*this).label) {
-        label->setPreferredWidth(static_cast<int>(points));
+    switch (alignment) {
+    case NSTextAlignment::left:
+        return Qt::AlignLeft | Qt::AlignAbsolute;
+    case NSTextAlignment::center:
+        return Qt::AlignHCenter;
+    case NSTextAlignment::right:
+        return Qt::AlignRight | Qt::AlignAbsolute;
+    case NSTextAlignment::natural:
+        break;
+    }
+    return Qt::AlignLeft;
+}
+
+void NSTextField::setAlignment(NSTextAlignment alignment)
+{
+    NSAssertMainThread();
+    auto const change = [&](auto& widget) {
+        widget.setAlignment(horizontalAlignment(alignment) | (widget.alignment() & Qt::AlignVertical_Mask));
+    };
+    auto const& backing = fieldBacking(*this);
+    if (backing.label) {
+        change(*backing.label);
+    } else if (backing.field) {
+        change(*backing.field);
     }
 }
 

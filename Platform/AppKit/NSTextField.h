@@ -5,6 +5,8 @@
 #include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Foundation/NSNumberFormatter.h"
 
+/// Natural: from the side where the language's lines begin.
+enum class NSTextAlignment { left = 0, center = 1, right = 2, natural = 4 };
 enum class NSLineBreakMode { byWordWrapping = 0, byTruncatingTail = 4 };
 
 /// Told about the editing of a text field. Every operation is optional.
@@ -57,7 +59,7 @@ public:
     NSLineBreakMode lineBreakMode() const { return m_lineBreakMode; }
     void setUsesSingleLineMode(bool single);
     bool usesSingleLineMode() const { return m_singleLine; }
-    void setPreferredMaxLayoutWidth(double points);
+    void setAlignment(NSTextAlignment alignment);
 
     void setDelegate(std::weak_ptr<NSControlTextEditingDelegate> delegate)
     {

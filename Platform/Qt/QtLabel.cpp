@@ -10,12 +10,6 @@ QtLabel::QtLabel(bool wraps)
     setWordWrap(wraps);
 }
 
-void QtLabel::setPreferredWidth(int points)
-{
-    m_preferredWidth = points;
-    updateGeometry();
-}
-
 QString QtLabel::shownText() const
 {
     return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
@@ -30,14 +24,6 @@ void QtLabel::updateElision()
     }
     m_ownToolTip = wanted;
     setToolTip(wanted);
-}
-
-QSize QtLabel::sizeHint() const
-{
-    if (wordWrap() && m_preferredWidth > 0) {
-        return { m_preferredWidth, heightForWidth(m_preferredWidth) };
-    }
-    return QLabel::sizeHint();
 }
 
 QSize QtLabel::minimumSizeHint() const

@@ -9,12 +9,9 @@ class QtLabel final : public QLabel {
 public:
     explicit QtLabel(bool wraps);
 
-    /// The width at which a wrapping label wants to be laid out, in points; 0: none.
-    void setPreferredWidth(int points);
     /// Brings the tool tip up to date after a change of the text.
     void updateElision();
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
@@ -25,6 +22,5 @@ protected:
 private:
     QString shownText() const;
 
-    int m_preferredWidth { 0 };
     QString m_ownToolTip;
 };

@@ -396,15 +396,39 @@ TEST(NSTextField, showsMarkupInALabelAsItIs)
     EXPECT_GT(label->fittingSize().width, NSTextField::labelWithString("Weight")->fittingSize().width * 1.5);
 }
 
-TEST(NSTextField, wrapsALabelAtItsPreferredWidth)
+TEST(NSTextField, alignsItsTextWithinItsWidth)
 {
-    auto const label = NSTextField::wrappingLabelWithString(
-        "There is no master for which this axis is different from its default value.");
-    label->setPreferredMaxLayoutWidth(500);
-    double const wide = label->fittingSize().height;
-    label->setPreferredMaxLayoutWidth(150);
-    EXPECT_GE(label->fittingSize().height, 2 * wide);
-    EXPECT_EQ(label->fittingSize().width, 150);
+    auto const blankColumns = [](NSTextField const& field) {
+        auto const image = qtWidget(field)->grab().toImage();
+        auto const isBlank = [&](int x) {
+            for (int y = 4; y < image.height() - 4; ++y) {
+                if (image.pixel(x, y) != image.pixel(4, 4)) {
+                    return false;
+                }
+            }
+            return true;
+        };
+        int left = 4;
+        int right = image.width() - 5;
+        for (; left < right && isBlank(left); ++left) { }
+        for (; left < right && isBlank(right); --right) { }
+        return std::pair(left, image.width() - 1 - right);
+    };
+    for (auto const kind :
+        { NSTextField::Kind::label, NSTextField::Kind::wrappingLabel, NSTextField::Kind::field }) {
+        NSTextField field(kind);
+        field.setStringValue("HH");
+        field.setFrame({ {}, { 200, 30 } });
+        auto const [naturalLeft, naturalRight] = blankColumns(field);
+        EXPECT_LT(naturalLeft, 20);
+        field.setAlignment(NSTextAlignment::center);
+        auto const [left, right] = blankColumns(field);
+        EXPECT_NEAR(left, right, 4);
+        field.setAlignment(NSTextAlignment::right);
+        EXPECT_LT(blankColumns(field).second, 20);
+        field.setAlignment(NSTextAlignment::natural);
+        EXPECT_EQ(blankColumns(field), std::pair(naturalLeft, naturalRight));
+    }
 }
 
 TEST(NSTextField, showsANumberWithoutAFormatterInItsPlainDescription)

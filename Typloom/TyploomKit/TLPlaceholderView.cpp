@@ -5,6 +5,7 @@ std::shared_ptr<NSTextField> makeLabel(std::shared_ptr<NSFont> const& font, NSCo
 {
     auto const label = NSTextField::wrappingLabelWithString("");
     label->setTranslatesAutoresizingMaskIntoConstraints(false);
+    label->setAlignment(NSTextAlignment::center);
     label->setFont(font);
     label->setTextColor(color);
     return label;
