@@ -10,8 +10,7 @@
 #include <vector>
 
 /// The sections and items of a list at one moment, in order. A value.
-template <class SectionIdentifier, class ItemIdentifier>
-class NSDiffableDataSourceSnapshot {
+template <class SectionIdentifier, class ItemIdentifier> class NSDiffableDataSourceSnapshot {
 public:
     struct Section {
         SectionIdentifier identifier;
@@ -31,7 +30,8 @@ public:
         if (last.empty()) {
             last = std::move(items);
         } else {
-            last.insert(last.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+            last.insert(
+                last.end(), std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
         }
     }
 

@@ -17,8 +17,22 @@ enum class NSEventType {
 };
 
 /// Keys that a control acts on by themselves; every other key comes as its text.
-enum class NSKey { none, left, right, up, down, pageUp, pageDown, home, end, backspace, deleteForward,
-    escape, enter, tab };
+enum class NSKey {
+    none,
+    left,
+    right,
+    up,
+    down,
+    pageUp,
+    pageDown,
+    home,
+    end,
+    backspace,
+    deleteForward,
+    escape,
+    enter,
+    tab
+};
 
 struct NSEventModifiers {
     bool shift { false };

@@ -20,4 +20,5 @@ struct RowDifference {
 
 /// Rows are the same when they are equal; no list holds a row twice. Takes time in proportion to the
 /// rows (times their logarithm where many of them moved), and little of it when few changed.
-PLATFORM_API RowDifference rowDifference(std::span<NSTableRow const> before, std::span<NSTableRow const> after);
+PLATFORM_API RowDifference rowDifference(
+    std::span<NSTableRow const> before, std::span<NSTableRow const> after);

@@ -15,4 +15,5 @@ PLATFORM_API void NSAssertMainThread(std::source_location location = std::source
 
 /// Replaces what a violation does (by default: print). Returns the handler before; for tests.
 using NSMainThreadViolationHandler = std::function<void(std::string const& message)>;
-PLATFORM_API NSMainThreadViolationHandler NSSetMainThreadViolationHandler(NSMainThreadViolationHandler handler);
+PLATFORM_API NSMainThreadViolationHandler NSSetMainThreadViolationHandler(
+    NSMainThreadViolationHandler handler);

@@ -38,15 +38,13 @@ public:
     UserInfo const& userInfo() const { return m_userInfo; }
 
     /// The sender as an object of class T; null when there is none or it is of another class.
-    template <class T>
-    std::shared_ptr<T> object() const
+    template <class T> std::shared_ptr<T> object() const
     {
         return std::dynamic_pointer_cast<T>(m_sender.object);
     }
 
     /// The value under the key, null when it is absent or of another type.
-    template <class T>
-    T const* userInfoValue(std::string_view key) const
+    template <class T> T const* userInfoValue(std::string_view key) const
     {
         auto const entry = m_userInfo.find(key);
         return entry == m_userInfo.end() ? nullptr : std::any_cast<T>(&entry->second);

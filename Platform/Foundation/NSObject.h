@@ -42,13 +42,11 @@ public:
     void performSelector(std::string_view selector, std::shared_ptr<NSObject> const& argument);
 
     /// This object as a shared pointer to one of its own classes; null before it is held by one.
-    template <class T>
-    std::shared_ptr<T> sharedAs()
+    template <class T> std::shared_ptr<T> sharedAs()
     {
         return std::dynamic_pointer_cast<T>(weak_from_this().lock());
     }
-    template <class T>
-    std::shared_ptr<T const> sharedAs() const
+    template <class T> std::shared_ptr<T const> sharedAs() const
     {
         return std::dynamic_pointer_cast<T const>(weak_from_this().lock());
     }

@@ -1,7 +1,15 @@
+#include "Platform/Foundation/NSLocale.h"
 #include "Tests/TyploomApp/EditFamily.h"
 #include "Typloom/TyploomApp/TLStateText.h"
 
 #include <gtest/gtest.h>
+
+/// Coordinates are shown in the user's locale; here in one with a decimal point.
+class TLCoordinatesTextTest : public testing::Test {
+protected:
+    void SetUp() override { NSSetCurrentLocale("en_US"); }
+    void TearDown() override { NSSetCurrentLocale(""); }
+};
 
 TEST(TLStateText, saysWhereTheViewStands)
 {
@@ -21,7 +29,7 @@ TEST(TLStateText, saysWhereTheViewStands)
     EXPECT_EQ(TLStateText(state, {}), "Light");
 }
 
-TEST(TLCoordinatesText, namesThePlaceOnEveryAxis)
+TEST_F(TLCoordinatesTextTest, namesThePlaceOnEveryAxis)
 {
     EditFamily family;
     TLEditState state(family.font());
@@ -50,7 +58,7 @@ TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)
     EXPECT_EQ(TLStateText(state, problem), "Bold") << "a layer is what it is";
 }
 
-TEST(TLCoordinatesText, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
+TEST_F(TLCoordinatesTextTest, namesOnlyAxesAwayFromTheirDefaultWhereThereAreMany)
 {
     FontBuilder builder;
     TLLocation place;
