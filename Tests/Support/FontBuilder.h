@@ -71,9 +71,7 @@ public:
                 .kind = TLLayerKind::master,
                 .name = masterId,
                 .coordinates = std::move(coordinates),
-                .outline = std::move(outline),
-                .problem = {},
-                .glyph = {} });
+                .outline = std::move(outline) });
     }
 
     /// An intermediate layer; `coordinates` are on the font's and on the glyph's own axes.
@@ -87,9 +85,7 @@ public:
                 .kind = TLLayerKind::brace,
                 .name = layerId,
                 .coordinates = std::move(coordinates),
-                .outline = std::move(outline),
-                .problem = {},
-                .glyph = {} });
+                .outline = std::move(outline) });
     }
 
     static std::shared_ptr<TLLayer> addOtherLayer(std::shared_ptr<TLGlyph> const& glyph,
@@ -99,11 +95,7 @@ public:
             { .layerId = layerId,
                 .associatedMasterId = std::move(masterId),
                 .kind = TLLayerKind::other,
-                .name = layerId,
-                .coordinates = {},
-                .outline = {},
-                .problem = {},
-                .glyph = {} });
+                .name = layerId });
     }
 
     static std::shared_ptr<TLAxis> addGlyphAxis(
@@ -123,9 +115,11 @@ public:
     }
 
 private:
-    static std::shared_ptr<TLLayer> addLayer(std::shared_ptr<TLGlyph> const& glyph, TLLayer::Data data)
+    static std::shared_ptr<TLLayer> addLayer(std::shared_ptr<TLGlyph> const& glyph, TLLayerState state)
     {
-        auto const layer = std::make_shared<TLLayer>(std::make_shared<TLLayer::Data>(std::move(data)));
+        auto const data = std::make_shared<TLLayer::Data>();
+        static_cast<TLLayerState&>(*data) = std::move(state);
+        auto const layer = std::make_shared<TLLayer>(data);
         glyph->insertLayer(layer);
         return layer;
     }

@@ -5,6 +5,7 @@
 #include "Typloom/Formats/FileReading.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/UniqueNames.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,6 +35,7 @@ public:
         }
         reportSharedPlaces();
         finish();
+        m_font->history().clear(); // What was read is what the files hold.
         return m_font;
     }
 

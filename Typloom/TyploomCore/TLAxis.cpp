@@ -23,31 +23,44 @@ std::string freshIdentifier()
 } // namespace
 
 TLAxis::TLAxis()
-    : m_axisId(freshIdentifier())
+    : TLAxis(TLAxisState { .axisId = freshIdentifier() })
 {
 }
 
 TLAxis::TLAxis(std::string axisId, std::string name)
-    : m_axisId(std::move(axisId))
-    , m_name(std::move(name))
+    : TLAxis(TLAxisState { .axisId = std::move(axisId), .name = std::move(name) })
 {
+}
+
+TLAxis::TLAxis(TLAxisState state)
+    : m_state(std::move(state))
+{
+}
+
+void TLAxis::willChange() const
+{
+    if (m_observer) {
+        m_observer();
+    }
 }
 
 void TLAxis::setName(std::string name)
 {
-    if (name == m_name) {
+    if (name == m_state.name) {
         return;
     }
-    m_name = std::move(name);
+    willChange();
+    m_state.name = std::move(name);
     documentDidChange();
 }
 
 void TLAxis::setDefaultValue(double value)
 {
-    if (!std::isfinite(value) || value == m_defaultValue) {
+    if (!std::isfinite(value) || value == m_state.defaultValue) {
         return;
     }
-    m_defaultValue = value + 0.0; // -0 becomes 0.
+    willChange();
+    m_state.defaultValue = value + 0.0; // -0 becomes 0.
     documentDidChange();
 }
 
@@ -56,7 +69,8 @@ void TLAxis::setBounds(double minimum, double maximum)
     if (!std::isfinite(minimum) || !std::isfinite(maximum)) {
         return;
     }
-    m_minimum = minimum + 0.0;
-    m_maximum = maximum + 0.0;
+    willChange();
+    m_state.minimum = minimum + 0.0;
+    m_state.maximum = maximum + 0.0;
     documentDidChange();
 }

@@ -1,6 +1,7 @@
 #include "Typloom/TyploomCore/TLFont.h"
 
 #include "Typloom/TyploomCore/DocumentRevision.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 #include "Typloom/TyploomCore/TLVariationCache.h"
 #include "Typloom/TyploomCore/UpdateSuspension.h"
@@ -21,6 +22,7 @@ void insertAt(
 
 TLFont::TLFont()
     : m_variationCache(std::make_unique<TLVariationCache>())
+    , m_history(std::make_unique<TLDocumentHistory>(*this))
 {
 }
 
@@ -62,6 +64,8 @@ void TLFont::insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size
     if (!master) {
         return;
     }
+    m_history->fontWillChange();
+    master->setChangeObserver(changeObserver());
     if (index >= m_masters.size()) {
         // Files give masters in their order; none of the others moves.
         m_masterIndexes.try_emplace(master->id(), m_masters.size());
@@ -77,6 +81,8 @@ void TLFont::removeMaster(std::size_t index)
     if (index >= m_masters.size()) {
         return;
     }
+    m_history->fontWillChange();
+    m_masters[index]->setChangeObserver(nullptr);
     m_masters.erase(m_masters.begin() + static_cast<std::ptrdiff_t>(index));
     didChangeMasters();
 }
@@ -101,6 +107,8 @@ void TLFont::insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index)
     if (!axis) {
         return;
     }
+    m_history->fontWillChange();
+    axis->setChangeObserver(changeObserver());
     if (index >= m_axes.size()) {
         m_axisIndexes.try_emplace(axis->axisId(), m_axes.size());
         m_axes.push_back(axis);
@@ -115,6 +123,8 @@ void TLFont::removeAxis(std::size_t index)
     if (index >= m_axes.size()) {
         return;
     }
+    m_history->fontWillChange();
+    m_axes[index]->setChangeObserver(nullptr);
     m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
     didChangeAxes();
 }
@@ -126,6 +136,53 @@ void TLFont::didChangeAxes()
         m_axisIndexes.try_emplace(m_axes[index]->axisId(), index);
     }
     documentDidChange();
+}
+
+std::function<void()> TLFont::changeObserver()
+{
+    return [weak = std::weak_ptr(sharedAs<TLFont>())] {
+        if (auto const font = weak.lock()) {
+            font->history().fontWillChange();
+        }
+    };
+}
+
+TLFontState TLFont::state() const
+{
+    TLFontState state;
+    for (auto const& axis : m_axes) {
+        state.axes.push_back(axis->state());
+    }
+    for (auto const& master : m_masters) {
+        state.masters.push_back(master->state());
+    }
+    return state;
+}
+
+void TLFont::restore(TLFontState const& state)
+{
+    std::vector<std::shared_ptr<TLAxis>> axes;
+    for (auto const& axisState : state.axes) {
+        auto const known = axisForId(axisState.axisId);
+        axes.push_back(known && known->state() == axisState ? known : std::make_shared<TLAxis>(axisState));
+        axes.back()->setChangeObserver(changeObserver());
+    }
+    std::vector<std::shared_ptr<TLFontMaster>> masters;
+    for (auto const& masterState : state.masters) {
+        auto const known = fontMasterForId(masterState.id);
+        masters.push_back(known ? known : std::make_shared<TLFontMaster>(masterState.id, masterState.name));
+        masters.back()->restore(masterState);
+        masters.back()->setChangeObserver(changeObserver());
+    }
+    for (auto const& master : m_masters) {
+        if (std::find(masters.begin(), masters.end(), master) == masters.end()) {
+            master->setChangeObserver(nullptr);
+        }
+    }
+    m_axes = std::move(axes);
+    m_masters = std::move(masters);
+    didChangeAxes();
+    didChangeMasters();
 }
 
 std::shared_ptr<TLGlyph> TLFont::glyphForName(std::string_view name) const

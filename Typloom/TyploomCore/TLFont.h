@@ -23,9 +23,21 @@ public:
         = 0;
     /// The glyph that a character shows; none when no glyph has it.
     virtual std::optional<std::string> glyphNameForCharacter(char32_t character) = 0;
+    /// The glyphs that have a variable component in any of their layers. Can read every glyph's file.
+    virtual std::vector<std::string> glyphNamesWithVariableComponents() { return {}; }
+    /// The glyphs that have axes or sources of their own. Can read every glyph's file.
+    virtual std::vector<std::string> glyphNamesWithOwnDesignSpace() { return {}; }
 };
 
+class TLDocumentHistory;
 class TLVariationCache;
+
+/// The font's own part of the document as it is at one moment.
+struct TLFontState {
+    std::vector<TLAxisState> axes;
+    std::vector<TLMasterState> masters;
+    bool operator==(TLFontState const&) const = default;
+};
 
 /// A family: axes, masters and glyphs.
 class TYPLOOM_API TLFont final : public NSObject {
@@ -62,12 +74,25 @@ public:
     std::shared_ptr<TLGlyph> loadedGlyphForName(std::string_view name) const;
     std::vector<std::string> glyphNames() const;
     std::optional<std::string> glyphNameForCharacter(char32_t character) const;
+    std::shared_ptr<TLGlyphSource> const& glyphSource() const { return m_source; } ///< Can be null.
     void setGlyphSource(std::shared_ptr<TLGlyphSource> source);
+    /// Glyphs that have been read or inserted, by name; null for those that cannot be read.
+    std::map<std::string, std::shared_ptr<TLGlyph>, std::less<>> const& loadedGlyphs() const
+    {
+        return m_glyphs;
+    }
     void insertGlyph(std::shared_ptr<TLGlyph> const& glyph);
 
     /// What of the family could not be read, a sentence each; grows while glyphs are read.
     std::vector<std::string> const& report() const { return m_report; }
     void addToReport(std::string sentence) const;
+
+    /// Undo and redo, and whether anything is to be saved.
+    TLDocumentHistory& history() const { return *m_history; }
+    TLFontState state() const;
+    /// Becomes what it was then. An axis that differs is another object of the same identifier; masters
+    /// that stay keep their objects. Recorded nowhere.
+    void restore(TLFontState const& state);
 
     /// Models of the glyphs' sets of places, shared between glyphs.
     TLVariationCache& variationCache() const { return *m_variationCache; }
@@ -75,6 +100,7 @@ public:
 private:
     void didChangeMasters();
     void didChangeAxes();
+    std::function<void()> changeObserver();
 
     std::string m_familyName;
     std::filesystem::path m_path;
@@ -87,4 +113,5 @@ private:
     std::vector<std::string> m_insertedNames; ///< Of glyphs that no source gave, in their order.
     mutable std::vector<std::string> m_report;
     std::unique_ptr<TLVariationCache> m_variationCache;
+    std::unique_ptr<TLDocumentHistory> m_history;
 };

@@ -4,11 +4,38 @@
 
 #include <cmath>
 
+TLFontMaster::TLFontMaster(std::string id, std::string name)
+    : m_id(std::move(id))
+    , m_name(std::move(name))
+{
+}
+
+TLMasterState TLFontMaster::state() const
+{
+    return { m_id, m_name, m_values, m_metrics };
+}
+
+void TLFontMaster::restore(TLMasterState const& state)
+{
+    m_name = state.name;
+    m_values = state.values;
+    m_metrics = state.metrics;
+    documentDidChange();
+}
+
+void TLFontMaster::willChange() const
+{
+    if (m_observer) {
+        m_observer();
+    }
+}
+
 void TLFontMaster::setName(std::string name)
 {
     if (name == m_name) {
         return;
     }
+    willChange();
     m_name = std::move(name);
     documentDidChange();
 }
@@ -24,10 +51,11 @@ void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
     if (!std::isfinite(value)) {
         return;
     }
-    auto const [entry, isNew] = m_values.try_emplace(std::string(axisId), value + 0.0);
-    if (!isNew && entry->second == value) {
+    auto const entry = m_values.find(axisId);
+    if (entry != m_values.end() && entry->second == value) {
         return;
     }
-    entry->second = value + 0.0; // -0 becomes 0.
+    willChange();
+    m_values.insert_or_assign(std::string(axisId), value + 0.0); // -0 becomes 0.
     documentDidChange();
 }

@@ -1,5 +1,6 @@
 #include "Typloom/TyploomCore/TLGlyph.h"
 
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomCore/DocumentRevision.h"
 
@@ -58,6 +59,7 @@ void TLGlyph::insertLayer(std::shared_ptr<TLLayer> const& layer)
     if (!layer) {
         return;
     }
+    willChange();
     removeLayer(layer->layerId());
     layer->data()->glyph = sharedAs<TLGlyph>();
     auto const index = indexForInserting(*layer);
@@ -71,6 +73,7 @@ void TLGlyph::removeLayer(std::string_view layerId)
     if (!m_workingLayers.find(layerId)) {
         return;
     }
+    willChange();
     std::string const identifier(layerId); // The argument may belong to the layer that goes.
     m_workingLayers.remove(identifier);
     m_trueLayers.remove(identifier);
@@ -82,6 +85,8 @@ void TLGlyph::insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std
     if (!axis) {
         return;
     }
+    willChange();
+    adopt(*axis);
     m_axes.insert(m_axes.begin() + static_cast<std::ptrdiff_t>(std::min(index, m_axes.size())), axis);
     documentDidChange();
 }
@@ -91,6 +96,8 @@ void TLGlyph::removeObjectFromAxesAtIndex(std::size_t index)
     if (index >= m_axes.size()) {
         return;
     }
+    willChange();
+    m_axes[index]->setChangeObserver(nullptr);
     m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
     documentDidChange();
 }

@@ -37,6 +37,14 @@ struct TLClosedRange {
     bool operator==(TLClosedRange const&) const = default;
 };
 
+/// A glyph as it is at one moment. States share the layers that did not change between them.
+struct TYPLOOM_API TLGlyphState {
+    std::vector<TLAxisState> axes;
+    std::vector<std::shared_ptr<TLLayerState const>> layers; ///< In the glyph's order.
+    bool operator==(TLGlyphState const& other) const;
+    TLLayerState const* layer(std::string_view layerId) const; ///< Null when there is none.
+};
+
 /// A glyph: its layers, and the axes that belong to it alone.
 class TYPLOOM_API TLGlyph final : public NSObject {
 public:
@@ -59,6 +67,13 @@ public:
     void insertLayer(std::shared_ptr<TLLayer> const& layer);
     void removeLayer(std::string_view layerId);
 
+    TLGlyphState state() const;
+    /// Becomes what it was then. An axis that differs is another object of the same identifier; layers
+    /// that stay keep their objects. Recorded nowhere.
+    void restore(TLGlyphState const& state);
+    /// Called before each change of the glyph, its axes and its layers.
+    void willChange();
+
     std::vector<std::shared_ptr<TLAxis>> const& axes() const { return m_axes; }
     std::size_t countOfAxes() const { return m_axes.size(); }
     void insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std::size_t index);
@@ -72,6 +87,9 @@ public:
 
 private:
     std::size_t indexForInserting(TLLayer const& layer) const;
+    void adopt(TLAxis& axis);
+    void restoreAxes(std::vector<TLAxisState> const& states);
+    void restoreLayers(std::vector<std::shared_ptr<TLLayerState const>> const& states);
 
     std::string m_name;
     std::vector<char32_t> m_unicodes;

@@ -69,6 +69,7 @@ void TLLayer::setCoordinates(TLCoordinates coordinates)
     if (coordinates == m_data->coordinates) {
         return;
     }
+    willChange();
     m_data->coordinates = std::move(coordinates);
     documentDidChange();
 }
@@ -78,6 +79,33 @@ void TLLayer::setOutline(TLOutline outline)
     if (outline == m_data->outline) {
         return;
     }
+    willChange();
     m_data->outline = std::move(outline);
     documentDidChange();
+}
+
+std::shared_ptr<TLLayerState const> TLLayer::state() const
+{
+    if (!m_data->captured) {
+        m_data->captured = std::make_shared<TLLayerState const>(static_cast<TLLayerState const&>(*m_data));
+    }
+    return m_data->captured;
+}
+
+void TLLayer::restore(std::shared_ptr<TLLayerState const> const& state)
+{
+    if (m_data->captured == state) {
+        return;
+    }
+    static_cast<TLLayerState&>(*m_data) = *state;
+    m_data->captured = state;
+    documentDidChange();
+}
+
+void TLLayer::willChange()
+{
+    if (auto const owner = glyph()) {
+        owner->willChange();
+    }
+    m_data->captured = nullptr;
 }

@@ -12,6 +12,18 @@ class TLInterpolationFontProxy;
 
 enum class TLLayerKind { master, brace, other };
 
+/// A layer as it is at one moment: all that is saved of it and can be undone.
+struct TLLayerState {
+    std::string layerId;
+    std::optional<std::string> associatedMasterId {};
+    TLLayerKind kind { TLLayerKind::master };
+    std::string name {};
+    TLCoordinates coordinates {};
+    TLOutline outline {};
+    std::optional<std::string> problem {}; ///< Why the outline could not be read, a sentence.
+    bool operator==(TLLayerState const&) const = default;
+};
+
 /// One drawing of a glyph. Master layers stand at their master's place, intermediate (brace) layers
 /// at their own coordinates; other layers (sketches, backgrounds) stand nowhere.
 ///
@@ -20,15 +32,9 @@ enum class TLLayerKind { master, brace, other };
 class TYPLOOM_API TLLayer final : public NSObject {
 public:
     /// What all objects of one layer share.
-    struct Data {
-        std::string layerId;
-        std::optional<std::string> associatedMasterId;
-        TLLayerKind kind { TLLayerKind::master };
-        std::string name;
-        TLCoordinates coordinates;
-        TLOutline outline;
-        std::optional<std::string> problem; ///< Why the outline could not be read, a sentence.
-        std::weak_ptr<TLGlyph> glyph;
+    struct Data : TLLayerState {
+        std::weak_ptr<TLGlyph> glyph {};
+        std::shared_ptr<TLLayerState const> captured {}; ///< Null after a change.
     };
     explicit TLLayer(std::shared_ptr<Data> data);
     /// A layer of an interpolated preview: `data` is the real layer's or made up for the preview.
@@ -57,6 +63,11 @@ public:
     void setOutline(TLOutline outline);
     std::optional<std::string> const& problem() const { return m_data->problem; }
 
+    /// The layer as it is now; the same object for as long as it is not changed.
+    std::shared_ptr<TLLayerState const> state() const;
+    /// Becomes what it was then. Recorded nowhere.
+    void restore(std::shared_ptr<TLLayerState const> const& state);
+
     /// Set by the edit view on the layer that lies under its preview.
     std::optional<TLLocation> const& previewLocation() const { return m_previewLocation; }
     void setPreviewLocation(std::optional<TLLocation> location) { m_previewLocation = std::move(location); }
@@ -66,6 +77,7 @@ public:
 private:
     /// The font's axis of that identifier, null when it is none of the font's.
     std::shared_ptr<TLAxis> fontAxis(std::string_view axisId) const;
+    void willChange();
 
     std::shared_ptr<Data> m_data;
     std::shared_ptr<TLInterpolationFontProxy> m_proxy;

@@ -8,6 +8,7 @@
 #include <atomic>
 
 std::string const TLUpdateInterface = "TLUpdateInterface";
+std::string const TLWillUpdateInterface = "TLWillUpdateInterface";
 
 namespace {
 
@@ -27,6 +28,11 @@ UpdateSuspension::~UpdateSuspension()
     --t_suspensions;
 }
 
+bool UpdateSuspension::isActive()
+{
+    return t_suspensions > 0;
+}
+
 void TLSetNeedsUpdateInterface()
 {
     if (t_suspensions > 0 || s_updateIsPending.exchange(true)) {
@@ -35,6 +41,7 @@ void TLSetNeedsUpdateInterface()
     NSMainQueue::async([] {
         // Cleared first: what an observer changes while it is told needs an update of its own.
         s_updateIsPending = false;
+        NSNotificationCenter::defaultCenter().post(TLWillUpdateInterface);
         NSNotificationCenter::defaultCenter().post(TLUpdateInterface);
     });
 }
