@@ -1,6 +1,5 @@
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
 
-#include "Platform/Foundation/NSNotificationCenter.h"
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
 #include "Typloom/TyploomApp/TLDocumentEditViewController.h"
@@ -9,6 +8,7 @@
 #include "Typloom/TyploomApp/TLDocumentWindowController.h"
 #include "Typloom/TyploomApp/TLInvitationView.h"
 #include "Typloom/TyploomApp/TLLineText.h"
+#include "Typloom/TyploomApp/TLNotificationObserver.h"
 #include "Typloom/TyploomApp/TLSidebar.h"
 #include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomApp/TLStatusStrip.h"
@@ -23,8 +23,6 @@
 #include <QPointer>
 #include <QSplitter>
 #include <QVBoxLayout>
-
-#include <array>
 
 namespace {
 
@@ -102,26 +100,6 @@ private:
     }
 };
 
-/// Tells a window that the interface is to be brought up to date.
-class InterfaceObserver final : public NSObject {
-public:
-    explicit InterfaceObserver(std::function<void()> update)
-        : m_update(std::move(update))
-    {
-    }
-    std::span<NSMethod const> methods() const override
-    {
-        static std::array const methods {
-            NSMethodMake("didUpdateInterface:", &InterfaceObserver::didUpdateInterface),
-        };
-        return methods;
-    }
-    void didUpdateInterface(std::shared_ptr<NSNotification> const&) { m_update(); }
-
-private:
-    std::function<void()> m_update;
-};
-
 } // namespace
 
 /// Members are released from the last to the first: views before the widgets that hold them.
@@ -134,7 +112,7 @@ struct TLDocumentWindow::Impl {
     std::unique_ptr<TLStatusStrip> statusStrip;
     std::unique_ptr<TLDocumentToolbar> toolbar;
     std::shared_ptr<TLSidebar> sidebar;
-    std::shared_ptr<InterfaceObserver> observer;
+    std::shared_ptr<TLNotificationObserver> observer;
 
     std::shared_ptr<TLLineEditView> const& lineView() const { return editViewController->lineView(); }
 
@@ -224,8 +202,7 @@ struct TLDocumentWindow::Impl {
             lineView()->setNeedsDisplay(true);
         });
         lineView()->setProblemObserver([this] { update(); });
-        observer = std::make_shared<InterfaceObserver>([this] { update(); });
-        NSNotificationCenter::defaultCenter().addObserver(observer, "didUpdateInterface:", TLUpdateInterface);
+        observer = TLNotificationObserver::make(TLUpdateInterface, [this] { update(); });
     }
 
     void update()

@@ -1,6 +1,7 @@
 #include "Typloom/TyploomApp/TLEditState.h"
 
-#include "Typloom/TyploomApp/TLLayerMatching.h"
+#include "Typloom/TyploomApp/TLNotificationObserver.h"
+#include "Typloom/TyploomCore/TLLayerMatching.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 
 #include <algorithm>
@@ -23,8 +24,8 @@ TLEditState::TLEditState(std::shared_ptr<TLFont> font)
     : m_font(std::move(font))
     , m_proxy(std::make_shared<TLInterpolationFontProxy>(m_font))
 {
-    auto const index = m_font->indexOfObjectInAllMasters(m_font->defaultFontMaster(nullptr));
-    m_masterIndex = index == NSNotFound ? 0 : index;
+    settleMaster();
+    m_documentObserver = TLNotificationObserver::make(TLWillUpdateInterface, [this] { settleDocument(); });
 }
 
 TLEditState::~TLEditState()
@@ -37,12 +38,6 @@ TLEditState::~TLEditState()
 std::shared_ptr<TLFontMaster> TLEditState::currentMaster() const
 {
     return m_font->fontMasterAtIndex(m_masterIndex);
-}
-
-std::string TLEditState::currentMasterId() const
-{
-    auto const master = currentMaster();
-    return master ? master->id() : std::string();
 }
 
 void TLEditState::setGlyphNames(std::vector<std::string> const& names, std::size_t cursor)
@@ -112,6 +107,7 @@ void TLEditState::setMasterIndex(std::size_t index)
         return;
     }
     m_masterIndex = index;
+    m_masterId = master->id();
     m_axisLocation.reset();
     m_line.setLayerOfAll(master->id());
     didChange();
@@ -223,63 +219,9 @@ void TLEditState::addCurrentMaster(TLLocation& place) const
 
 void TLEditState::didChange()
 {
-    settleEditedGlyph();
-    settlePreviewMark();
-    settleActiveLayer();
+    settleView();
     TLSetNeedsUpdateInterface();
     if (m_observer) {
         m_observer();
     }
-}
-
-void TLEditState::settleEditedGlyph()
-{
-    auto const* object = m_line.editedObject();
-    m_editedGlyph = object ? m_font->glyphForName(object->glyphName) : nullptr;
-}
-
-/// The layer under the preview reports the preview's place for as long as the preview lasts.
-void TLEditState::settlePreviewMark()
-{
-    PreviewMark mark;
-    if (m_axisLocation && m_editedGlyph && m_editedGlyph->layerForId(currentMasterId())) {
-        mark = { m_editedGlyph, currentMasterId() };
-    }
-    if (m_mark.glyph && (m_mark.glyph != mark.glyph || m_mark.layerId != mark.layerId)) {
-        m_mark.glyph->setPreviewLocation(m_mark.layerId, std::nullopt);
-    }
-    m_mark = std::move(mark);
-    if (m_mark.glyph) {
-        m_mark.glyph->setPreviewLocation(m_mark.layerId, m_axisLocation);
-    }
-}
-
-void TLEditState::settleActiveLayer()
-{
-    auto const shown = m_editedGlyph && !m_axisLocation
-        ? m_editedGlyph->layerForId(m_line.editedObject()->layerId)
-        : nullptr;
-    if (shown || !m_editedGlyph) {
-        m_previewLayer = nullptr;
-        m_activeLayer = shown;
-        return;
-    }
-    ensurePreviewLayer();
-    m_previewLayer->setPreviewLocation(previewPlace());
-    m_activeLayer = m_previewLayer;
-}
-
-void TLEditState::ensurePreviewLayer()
-{
-    auto const masterId = currentMasterId();
-    if (m_previewLayer && m_previewLayer->glyph() == m_editedGlyph && m_previewLayer->layerId() == masterId) {
-        return;
-    }
-    auto data = std::make_shared<TLLayer::Data>();
-    data->layerId = masterId;
-    data->associatedMasterId = masterId;
-    data->kind = TLLayerKind::master;
-    data->name = currentMaster() ? currentMaster()->name() : std::string();
-    data->glyph = m_editedGlyph;
-    m_previewLayer = std::make_shared<TLLayer>(std::move(data), m_proxy);
 }

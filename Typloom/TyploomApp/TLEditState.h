@@ -5,9 +5,13 @@
 #include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
 
 #include <functional>
+#include <set>
+
+class TLNotificationObserver;
 
 /// What one edit view shows: its text, the current master, the shown layers and the preview. View state:
-/// nothing of it is saved or can be undone.
+/// nothing of it is saved or can be undone. What the document no longer has is given up before each
+/// `TLUpdateInterface`: of a layer that is gone the current master's is shown in its place.
 ///
 /// Every change leads to one `TLUpdateInterface`, however many come together.
 class TYPLOOM_API TLEditState {
@@ -55,11 +59,18 @@ public:
 private:
     bool standsOnOwnLayer(TLGlyphObject const& object) const;
     void didChange();
+    /// Follows the document, which may have changed in any way.
+    void settleDocument();
+    void settleMaster();
+    void settleShownLayers();
+    void settleAxisLocation();
+    void settleView();
     void settleEditedGlyph();
     void settlePreviewMark();
     void settleActiveLayer();
     void ensurePreviewLayer();
-    std::string currentMasterId() const;
+    std::string const& currentMasterId() const { return m_masterId; }
+    void rememberAxes();
     TLLocation previewPlace() const;
     /// Names the font axes that the place leaves open.
     void addCurrentMaster(TLLocation& place) const;
@@ -67,9 +78,11 @@ private:
     std::shared_ptr<TLFont> m_font;
     TLTextLine m_line;
     std::size_t m_masterIndex { 0 };
+    std::string m_masterId; ///< Masters can come and go before the current one. Empty without masters.
     std::optional<TLLocation> m_axisLocation;
     std::shared_ptr<TLInterpolationFontProxy> m_proxy;
     std::function<void()> m_observer;
+    std::shared_ptr<TLNotificationObserver> m_documentObserver;
 
     // Worked out from what stands above, whenever that changes.
     std::shared_ptr<TLGlyph> m_editedGlyph;
@@ -80,4 +93,5 @@ private:
         std::string layerId;
     };
     PreviewMark m_mark; ///< The layer that has been told to report the preview's place.
+    std::set<std::string, std::less<>> m_knownAxes; ///< That the display location could name.
 };

@@ -1,4 +1,4 @@
-#include "Typloom/TyploomApp/TLLayerMatching.h"
+#include "Typloom/TyploomCore/TLLayerMatching.h"
 
 #include <algorithm>
 #include <cmath>
