@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+std::string const NSPopoverDidCloseNotification = "NSPopoverDidCloseNotification";
+
 struct NSPopover::Window {
     QPointer<PopoverWindow> widget;
     bool isClosing { false };
@@ -86,8 +88,9 @@ void NSPopover::close()
         controller->viewDidDisappear();
     }
     if (auto const delegate = m_delegate.lock()) {
-        delegate->popoverDidClose(std::make_shared<NSNotification>("NSPopoverDidCloseNotification", keep));
+        delegate->popoverDidClose(std::make_shared<NSNotification>(NSPopoverDidCloseNotification, keep));
     }
+    NSNotificationCenter::defaultCenter().post(NSPopoverDidCloseNotification, keep);
 }
 
 std::vector<std::shared_ptr<NSPopover>> NSPopover::shownPopovers()

@@ -5,6 +5,9 @@
 
 enum class NSPopoverBehavior { applicationDefined = 0, transient = 1 };
 
+/// Posted with the popover as its sender when one has closed and its delegate has been told.
+PLATFORM_API extern std::string const NSPopoverDidCloseNotification;
+
 /// Told about a popover; the notification's object is the popover. Every operation is optional.
 class NSPopoverDelegate {
 public:

@@ -141,11 +141,20 @@ void NSTextFieldBacking::commit(Commit how)
     bool const changed = m_edited && (how == Commit::byReturn || text() != m_committed);
     bool const sends = changed && readTypedText();
     m_edited = false;
+    forgetTyping();
     if (how == Commit::byReturn) {
         field->selectAll();
     }
     if (sends) {
         owner().sendAction();
+    }
+}
+
+/// What has been taken is no longer the text field's to undo.
+void NSTextFieldBacking::forgetTyping() const
+{
+    if (field && field->isUndoAvailable()) {
+        field->setText(field->text());
     }
 }
 

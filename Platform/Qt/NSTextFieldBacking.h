@@ -37,6 +37,7 @@ private:
     bool readTypedText();
     bool handleCommand(std::string_view selector);
     void commit(Commit how);
+    void forgetTyping() const;
     bool cancel();
     bool step(double direction, bool big);
     void endEditing();

@@ -101,6 +101,7 @@ TEST_F(NumberField, commitsAtReturnAndKeepsTheKeyboard)
     EXPECT_EQ(field->doubleValue(), 550);
     EXPECT_TRUE(field->isFirstResponder());
     EXPECT_EQ(line().selectedText(), "550");
+    EXPECT_FALSE(line().isUndoAvailable()) << "what has been taken is no longer the field's to undo";
     leave();
     EXPECT_EQ(target->senders.size(), 1u) << "the number has been sent already";
 }

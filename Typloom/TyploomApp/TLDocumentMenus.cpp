@@ -33,6 +33,8 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     if (!commands.zoomIn) {
         return;
     }
+    auto* const edit = bar->addMenu("&Edit");
+    edit->addActions({ commands.undo, commands.redo });
     auto* const view = bar->addMenu("&View");
     addCommand(*view, "Zoom &In", { QKeySequence("Ctrl++"), QKeySequence("Ctrl+=") }, commands.zoomIn);
     addCommand(*view, "Zoom &Out", { QKeySequence("Ctrl+-") }, commands.zoomOut);

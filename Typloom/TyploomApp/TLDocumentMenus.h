@@ -2,11 +2,14 @@
 
 #include <functional>
 
+class QAction;
 class QMainWindow;
 
 /// What the menus of a window lead to. Menus of operations that are empty are left out.
 struct TLMenuCommands {
     std::function<void()> open;
+    QAction* undo { nullptr };
+    QAction* redo { nullptr };
     std::function<void()> zoomIn, zoomOut, zoomToFit;
     std::function<void()> findGlyph, editText;
     std::function<void()> previousGlyph, nextGlyph;

@@ -2,109 +2,28 @@
 
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
+#include "Typloom/TyploomApp/TLDocumentCommands.h"
 #include "Typloom/TyploomApp/TLDocumentEditViewController.h"
 #include "Typloom/TyploomApp/TLDocumentMenus.h"
 #include "Typloom/TyploomApp/TLDocumentToolbar.h"
 #include "Typloom/TyploomApp/TLDocumentWindowController.h"
 #include "Typloom/TyploomApp/TLInvitationView.h"
 #include "Typloom/TyploomApp/TLLineText.h"
+#include "Typloom/TyploomApp/TLMainWindow.h"
 #include "Typloom/TyploomApp/TLNotificationObserver.h"
 #include "Typloom/TyploomApp/TLSidebar.h"
 #include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomApp/TLStatusStrip.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 
-#include <QCloseEvent>
-#include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QMainWindow>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QPointer>
 #include <QSplitter>
 #include <QVBoxLayout>
 
-namespace {
-
-using PathHandler = std::function<void(std::filesystem::path const&)>;
-
-std::filesystem::path toPath(QString const& file)
-{
-    auto const bytes = QFile::encodeName(file); // Names of files are bytes, not text.
-    return { bytes.toStdString() };
-}
-
-/// The designspace files among what is dragged.
-std::vector<std::filesystem::path> familiesIn(QMimeData const& data)
-{
-    std::vector<std::filesystem::path> files;
-    for (auto const& url : data.urls()) {
-        if (url.isLocalFile() && url.path().endsWith(".designspace", Qt::CaseInsensitive)) {
-            files.push_back(toPath(url.toLocalFile()));
-        }
-    }
-    return files;
-}
-
-class MainWindow final : public QMainWindow {
-public:
-    PathHandler didChooseFile;
-    std::function<void()> didClose;
-
-    MainWindow()
-    {
-        setAcceptDrops(true);
-        resize(1200, 800);
-    }
-
-    void chooseFile()
-    {
-        auto* const dialog = new QFileDialog(this, "Open a family");
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setFileMode(QFileDialog::ExistingFile);
-        dialog->setNameFilters({ "Designspace families (*.designspace)", "All files (*)" });
-        connect(
-            dialog, &QFileDialog::fileSelected, this, [this](QString const& file) { take(toPath(file)); });
-        dialog->open();
-    }
-
-protected:
-    void dragEnterEvent(QDragEnterEvent* event) override
-    {
-        if (!familiesIn(*event->mimeData()).empty()) {
-            event->acceptProposedAction();
-        }
-    }
-    void dropEvent(QDropEvent* event) override
-    {
-        auto const families = familiesIn(*event->mimeData());
-        event->acceptProposedAction();
-        for (auto const& file : families) {
-            take(file);
-        }
-    }
-    void closeEvent(QCloseEvent* event) override
-    {
-        event->accept();
-        if (didClose) {
-            didClose();
-        }
-    }
-
-private:
-    void take(std::filesystem::path const& file)
-    {
-        if (didChooseFile) {
-            didChooseFile(file);
-        }
-    }
-};
-
-} // namespace
-
 /// Members are released from the last to the first: views before the widgets that hold them.
 struct TLDocumentWindow::Impl {
-    std::unique_ptr<MainWindow> window { std::make_unique<MainWindow>() };
+    std::unique_ptr<TLMainWindow> window { std::make_unique<TLMainWindow>() };
     std::vector<std::string> ownReport;
     std::shared_ptr<TLEditState> state;
     std::shared_ptr<TLDocumentWindowController> windowController;
@@ -112,6 +31,7 @@ struct TLDocumentWindow::Impl {
     std::unique_ptr<TLStatusStrip> statusStrip;
     std::unique_ptr<TLDocumentToolbar> toolbar;
     std::shared_ptr<TLSidebar> sidebar;
+    std::unique_ptr<TLDocumentCommands> documentCommands;
     std::shared_ptr<TLNotificationObserver> observer;
 
     std::shared_ptr<TLLineEditView> const& lineView() const { return editViewController->lineView(); }
@@ -169,10 +89,8 @@ struct TLDocumentWindow::Impl {
         auto const& font = *state->font();
         auto const file = toQString(font.path().filename().string());
         auto const family = toQString(font.familyName());
-        return (family.isEmpty()        ? file
-                       : file.isEmpty() ? family
-                                        : family + " (" + file + ")")
-            + " — Typloom";
+        auto const name = family.isEmpty() || file.isEmpty() ? family + file : family + " (" + file + ")";
+        return QString(name).replace("[*]", "[*][*]") + "[*] — Typloom"; // Twice stands for itself.
     }
 
     void installMenus()
@@ -182,8 +100,11 @@ struct TLDocumentWindow::Impl {
             auto const size = lineView()->bounds().size;
             lineView()->zoomBy(factor, { size.width / 2, size.height / 2 });
         };
+        documentCommands = std::make_unique<TLDocumentCommands>(state->font(), *window);
         TLMenuCommands commands;
         commands.open = [this] { window->chooseFile(); };
+        commands.undo = documentCommands->undoAction();
+        commands.redo = documentCommands->redoAction();
         commands.zoomIn = [zoom] { zoom(zoomStep); };
         commands.zoomOut = [zoom] { zoom(1 / zoomStep); };
         commands.zoomToFit = [this] { lineView()->zoomToFit(); };
@@ -211,6 +132,8 @@ struct TLDocumentWindow::Impl {
         statusStrip->setText(TLStateText(*state, lineView()->knownProblem()));
         statusStrip->setCoordinates(TLCoordinatesText(*state));
         statusStrip->setReport(report());
+        documentCommands->update();
+        window->setWindowModified(state->font()->history().isModified());
     }
 
     std::vector<std::string> report() const
@@ -338,7 +261,7 @@ void TLDocumentWindow::showError(std::string const& sentence)
     box->open();
 }
 
-void TLDocumentWindow::setOpenHandler(PathHandler handler)
+void TLDocumentWindow::setOpenHandler(TLMainWindow::PathHandler handler)
 {
     m_impl->window->didChooseFile = std::move(handler);
 }

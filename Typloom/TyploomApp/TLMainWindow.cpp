@@ -1,0 +1,87 @@
+#include "Typloom/TyploomApp/TLMainWindow.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QMimeData>
+
+namespace {
+
+std::filesystem::path toPath(QString const& file)
+{
+    auto const bytes = QFile::encodeName(file); // Names of files are bytes, not text.
+    return { bytes.toStdString() };
+}
+
+/// The designspace files among what is dragged.
+std::vector<std::filesystem::path> familiesIn(QMimeData const& data)
+{
+    std::vector<std::filesystem::path> files;
+    for (auto const& url : data.urls()) {
+        if (url.isLocalFile() && url.path().endsWith(".designspace", Qt::CaseInsensitive)) {
+            files.push_back(toPath(url.toLocalFile()));
+        }
+    }
+    return files;
+}
+
+} // namespace
+
+TLMainWindow::TLMainWindow()
+{
+    setAcceptDrops(true);
+    resize(1200, 800);
+}
+
+void TLMainWindow::chooseFile()
+{
+    auto* const dialog = new QFileDialog(this, "Open a family");
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilters({ "Designspace families (*.designspace)", "All files (*)" });
+    connect(dialog, &QFileDialog::fileSelected, this, [this](QString const& file) { take(toPath(file)); });
+    dialog->open();
+}
+
+void TLMainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!familiesIn(*event->mimeData()).empty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void TLMainWindow::dropEvent(QDropEvent* event)
+{
+    auto const families = familiesIn(*event->mimeData());
+    event->acceptProposedAction();
+    for (auto const& file : families) {
+        take(file);
+    }
+}
+
+void TLMainWindow::closeEvent(QCloseEvent* event)
+{
+    if (mayClose && !mayClose()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (didClose) {
+        didClose();
+    }
+}
+
+void TLMainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && didActivate) {
+        didActivate();
+    }
+}
+
+void TLMainWindow::take(std::filesystem::path const& file) const
+{
+    if (didChooseFile) {
+        didChooseFile(file);
+    }
+}
