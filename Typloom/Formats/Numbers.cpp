@@ -30,6 +30,9 @@ std::optional<char32_t> parseCharacter(std::string_view hexadecimal)
 std::string describeNumber(double number)
 {
     std::array<char, 32> buffer {};
-    auto const written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    auto* const end = buffer.data() + buffer.size();
+    bool const isWhole = std::abs(number) < largestCoordinate && std::trunc(number) == number;
+    auto const written = isWhole ? std::to_chars(buffer.data(), end, static_cast<std::int64_t>(number))
+                                 : std::to_chars(buffer.data(), end, number);
     return { buffer.data(), written.ptr };
 }

@@ -12,7 +12,8 @@ std::optional<double> parseNumber(std::string_view text);
 /// The number of hexadecimal digits only; none for other text and for what is no character.
 std::optional<char32_t> parseCharacter(std::string_view hexadecimal);
 
-/// The shortest text that reads back as the same number.
+/// The shortest text that reads back as the same number; a whole number that can be a coordinate has
+/// no exponent, which many programs would not take, and no sign when it is zero.
 std::string describeNumber(double number);
 
 /// Coordinates beyond this cannot be told apart to a tenth any more and are not taken.

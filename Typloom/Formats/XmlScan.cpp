@@ -7,31 +7,6 @@ namespace {
 
 constexpr auto npos = std::string_view::npos;
 
-/// Length of the UTF-8 sequence at the start of the text; 0 when there is no valid one.
-std::size_t validSequenceLength(std::string_view text)
-{
-    auto const byteAt = [&text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    unsigned const first = byteAt(0);
-    if (first < 0x80) {
-        return first == 0 ? 0 : 1;
-    }
-    std::size_t const length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || text.size() < length) {
-        return 0;
-    }
-    std::uint32_t character = first & (0xFFU >> (length + 1));
-    for (std::size_t index = 1; index < length; ++index) {
-        if ((byteAt(index) & 0xC0U) != 0x80U) {
-            return 0;
-        }
-        character = (character << 6U) | (byteAt(index) & 0x3FU);
-    }
-    // Overlong forms, surrogates, and what lies beyond the last character.
-    bool const isOverlong = (length == 3 && character < 0x800) || (length == 4 && character < 0x10000);
-    bool const isNoCharacter = (character >= 0xD800 && character <= 0xDFFF) || character > 0x10FFFF;
-    return isOverlong || isNoCharacter ? 0 : length;
-}
-
 std::optional<std::size_t> firstInvalidByte(std::string_view text)
 {
     for (std::size_t offset = 0; offset < text.size();) {
@@ -128,6 +103,30 @@ private:
 };
 
 } // namespace
+
+std::size_t validSequenceLength(std::string_view text)
+{
+    auto const byteAt = [&text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    unsigned const first = byteAt(0);
+    if (first < 0x80) {
+        return first == 0 ? 0 : 1;
+    }
+    std::size_t const length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || text.size() < length) {
+        return 0;
+    }
+    std::uint32_t character = first & (0xFFU >> (length + 1));
+    for (std::size_t index = 1; index < length; ++index) {
+        if ((byteAt(index) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+        character = (character << 6U) | (byteAt(index) & 0x3FU);
+    }
+    // Overlong forms, surrogates, and what lies beyond the last character.
+    bool const isOverlong = (length == 3 && character < 0x800) || (length == 4 && character < 0x10000);
+    bool const isNoCharacter = (character >= 0xD800 && character <= 0xDFFF) || character > 0x10FFFF;
+    return isOverlong || isNoCharacter ? 0 : length;
+}
 
 std::optional<XmlScanProblem> findXmlProblem(std::string_view text)
 {

@@ -17,5 +17,9 @@ std::optional<XmlScanProblem> findXmlProblem(std::string_view text);
 
 inline constexpr std::size_t xmlDepthLimit = 256;
 
+/// Bytes of the UTF-8 character at the start of a text that is not empty; 0 when there is no valid one
+/// other than NUL.
+std::size_t validSequenceLength(std::string_view text);
+
 /// Line of an offset, from 1.
 std::size_t lineOfOffset(std::string_view text, std::size_t offset);
