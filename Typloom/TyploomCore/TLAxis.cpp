@@ -1,29 +1,12 @@
 #include "Typloom/TyploomCore/TLAxis.h"
 
 #include "Typloom/TyploomCore/DocumentRevision.h"
+#include "Typloom/TyploomCore/TLFreshIdentifier.h"
 
 #include <cmath>
-#include <random>
-
-namespace {
-
-/// 128 random bits: distinct from every identifier that was ever stored, in this family or another.
-std::string freshIdentifier()
-{
-    static constexpr std::string_view digits = "0123456789ABCDEF";
-    static std::random_device device;
-    std::uniform_int_distribution<std::size_t> digit(0, digits.size() - 1);
-    std::string identifier(32, '0');
-    for (char& character : identifier) {
-        character = digits[digit(device)];
-    }
-    return identifier;
-}
-
-} // namespace
 
 TLAxis::TLAxis()
-    : TLAxis(TLAxisState { .axisId = freshIdentifier() })
+    : TLAxis(TLAxisState { .axisId = TLFreshIdentifier() })
 {
 }
 

@@ -74,6 +74,16 @@ void TLLayer::setCoordinates(TLCoordinates coordinates)
     documentDidChange();
 }
 
+void TLLayer::setName(std::string name)
+{
+    if (name == m_data->name) {
+        return;
+    }
+    willChange();
+    m_data->name = std::move(name);
+    documentDidChange();
+}
+
 void TLLayer::setOutline(TLOutline outline)
 {
     if (outline == m_data->outline) {

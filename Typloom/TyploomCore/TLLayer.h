@@ -45,6 +45,7 @@ public:
     bool isMasterLayer() const { return m_data->kind == TLLayerKind::master; }
     bool isBraceLayer() const { return m_data->kind == TLLayerKind::brace; }
     std::string const& name() const { return m_data->name; }
+    void setName(std::string name);
 
     std::shared_ptr<TLFont> font() const;
     std::shared_ptr<TLGlyph> glyph() const { return m_data->glyph.lock(); }
