@@ -12,6 +12,8 @@
 #include "Typloom/TyploomKit/TLPlaceholderView.h"
 #include "Typloom/TyploomKit/TyploomPlugin.h"
 
+class EditGlyphAxisViewController;
+
 /// The principal class of the plug-in, and the tab "Variation" of an edit view's left sidebar: a row for
 /// each axis that applies to what is being edited. Each refresh builds a model of the host's
 /// state and shows it; a value chosen in a row moves the edit view.
@@ -55,6 +57,8 @@ public:
     /// Null before `viewDidLoad`.
     std::shared_ptr<DataSource> const& dataSource() const { return m_dataSource; }
     std::string const& filterQuery() const { return m_filterQuery; }
+    /// The editor that is open, null when none is.
+    std::shared_ptr<NSPopover> const& editGlyphAxisPopover() const { return m_editGlyphAxisPopover; }
     /// The layer that the last model was built for; null when there was none.
     std::shared_ptr<TLLayer> activeLayer() const { return m_activeLayer.lock(); }
 
@@ -65,6 +69,10 @@ public:
     void didUpdateInterface(std::shared_ptr<NSNotification> const& notification);
     void controlTextDidChange(std::shared_ptr<NSNotification> const& notification) override;
     void addGlyphAxis(std::shared_ptr<NSObject> const& sender);
+    /// Opens the editor beside the anchor, in the place of one for another axis. One that is open for this
+    /// axis stays as it is.
+    void showGlyphAxisEditor(std::shared_ptr<TLAxis> const& axis, SidebarItem const& item,
+        std::shared_ptr<TLGlyph> const& glyph, std::shared_ptr<NSView> const& anchor);
     void popoverWillClose(std::shared_ptr<NSNotification> const& notification) override;
     void popoverDidClose(std::shared_ptr<NSNotification> const& notification) override;
 
@@ -106,7 +114,13 @@ private:
     void applyLayerAxisPosition(std::shared_ptr<TLLayer> const& layer, AxisMove const& move);
     void makeMasterCurrent(
         TLFont const& font, std::shared_ptr<TLFontMaster> const& master, AxisMove const& move);
+
+    void revealAddedGlyphAxis(std::shared_ptr<TLAxis> const& axis, std::shared_ptr<TLGlyph> const& glyph);
+    void editAddedGlyphAxis(
+        std::size_t row, std::shared_ptr<TLAxis> const& axis, std::shared_ptr<TLGlyph> const& glyph);
     void openAxisEditor(std::shared_ptr<AxisCellView> const& row);
+    std::shared_ptr<EditGlyphAxisViewController> makeGlyphAxisEditor(
+        std::shared_ptr<TLAxis> const& axis, std::shared_ptr<TLGlyph> const& glyph);
 
     std::weak_ptr<NSTableView> m_tableView;
     std::weak_ptr<NSButton> m_addButton;

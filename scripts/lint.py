@@ -22,7 +22,8 @@ NUMBERS = re.compile(
     r"|std::to_string\s*\([^)]*(double|float)")
 LITERALS = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'
 # The plug-in's own look-up gives the bundle by itself; both take key, English text and comment.
-LOOKUP = re.compile(r"\b(?:Moravel|NS)LocalizedString\s*\(\s*" + LITERALS + r",\s*(?:[^\",]+,\s*)?" + LITERALS + r",\s*" + LITERALS)
+# What is looked up in the program's own table is not the plug-in's.
+LOOKUP = re.compile(r"\b(?:Moravel|NS)LocalizedString\s*\(\s*" + LITERALS + r",\s*(?:(?!\s*NSBundle::mainBundle)[^\",]+,\s*)?" + LITERALS + r",\s*" + LITERALS)
 INTERFACE_TEXT = re.compile(r"<string\b([^>/]*)>(.*?)</string>", re.S)
 ENTRY = re.compile(r'/\*(.*?)\*/|"((?:[^"\\]|\\.)*)"\s*=\s*"((?:[^"\\]|\\.)*)"\s*;', re.S)
 
@@ -117,6 +118,8 @@ def self_test():
         assert not number_offences(good), good
     call = 'return MoravelLocalizedString(\n "a.key", "One "\n "text.", "For translators");'
     assert lookups(call) == [(1, "a.key", "One text.")]
+    assert lookups('NSLocalizedString("K", bundle, "K", "c")') == [(1, "K", "K")]
+    assert not lookups('NSLocalizedString("K", NSBundle::mainBundle(), "K", "c")')
     interface = '<string notr="true">outlet</string>\n<string>Say "A &amp; B"</string><string/><string comment="c">C</string>'
     assert interface_texts(interface) == [(2, r'Say \"A & B\"', r'Say \"A & B\"'), (2, "C", "C")], interface_texts(interface)
     assert compare([("f", key, english) for _, key, english in interface_texts(interface)], {"C": "C"})

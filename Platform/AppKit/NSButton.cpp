@@ -94,6 +94,15 @@ void NSButton::setBezelStyle(NSBezelStyle style)
     }
 }
 
+void NSButton::setHasDestructiveAction(bool destructive)
+{
+    NSAssertMainThread();
+    m_isDestructive = destructive;
+    if (auto* button = qtButton(*this)) {
+        button->setDestructive(destructive);
+    }
+}
+
 void NSButton::performClick()
 {
     NSAssertMainThread();

@@ -17,6 +17,9 @@ public:
     void setImage(std::shared_ptr<NSImage> image);
     NSBezelStyle bezelStyle() const { return m_bezelStyle; }
     void setBezelStyle(NSBezelStyle style);
+    bool hasDestructiveAction() const { return m_isDestructive; }
+    /// Marks an action that destroys something; a bezelled button writes its title in red then.
+    void setHasDestructiveAction(bool destructive);
     /// Presses the button as the user does.
     void performClick();
 
@@ -27,4 +30,5 @@ private:
     friend struct NSButtonBacking;
     std::shared_ptr<NSImage> m_image;
     NSBezelStyle m_bezelStyle { NSBezelStyle::rounded };
+    bool m_isDestructive { false };
 };

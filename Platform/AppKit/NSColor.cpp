@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QPalette>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -50,6 +51,12 @@ NSColor fadedText(double share, double leastContrast)
     return mix(text, background, std::max(share, 0.0));
 }
 
+/// The least contrast with what a title stands on.
+double contrastOnControls(NSColor color)
+{
+    return std::min(contrast(color, role(QPalette::Window)), contrast(color, role(QPalette::Button)));
+}
+
 constexpr double readableContrast = 4.5; ///< WCAG 2.1, level AA for text.
 constexpr double visibleContrast = 3; ///< WCAG 2.1, level AA for graphics.
 
@@ -83,4 +90,17 @@ NSColor NSColor::textBackgroundColor()
 NSColor NSColor::controlAccentColor()
 {
     return role(QPalette::Highlight);
+}
+
+NSColor NSColor::systemRedColor()
+{
+    bool const isDark = luminance(role(QPalette::Button)) < luminance(role(QPalette::ButtonText));
+    NSColor const red = isDark ? NSColor { 1, 0.42, 0.38 } : NSColor { 0.76, 0.07, 0.1 };
+    auto const text = role(QPalette::ButtonText);
+    auto shown = red;
+    constexpr int steps = 20;
+    for (int step = 1; step <= steps && contrastOnControls(shown) < readableContrast; ++step) {
+        shown = mix(red, text, static_cast<double>(step) / steps);
+    }
+    return shown;
 }

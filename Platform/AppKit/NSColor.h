@@ -17,6 +17,8 @@ struct PLATFORM_API NSColor {
     static NSColor controlBackgroundColor();
     static NSColor textBackgroundColor();
     static NSColor controlAccentColor();
+    /// For texts that warn, on windows and buttons.
+    static NSColor systemRedColor();
 
     NSColor withAlpha(double value) const { return { red, green, blue, value }; }
 };

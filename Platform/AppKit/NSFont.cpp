@@ -28,6 +28,11 @@ std::shared_ptr<NSFont> NSFont::monospacedDigitSystemFont(double size, NSFontWei
     return std::make_shared<NSFont>(size, weight, true);
 }
 
+std::shared_ptr<NSFont> NSFont::legibleDigitsFontOfSize(double size)
+{
+    return monospacedDigitSystemFont(size, NSFontWeight::regular);
+}
+
 NSFont::NSFont(double pointSize, NSFontWeight weight, bool monospacedDigits)
     : m_pointSize(pointSize > 0 ? pointSize : systemFontSize())
     , m_weight(weight)

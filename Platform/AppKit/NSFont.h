@@ -13,6 +13,8 @@ public:
     static std::shared_ptr<NSFont> systemFont(double size, NSFontWeight weight = NSFontWeight::regular);
     /// The system font with digits of one width.
     static std::shared_ptr<NSFont> monospacedDigitSystemFont(double size, NSFontWeight weight);
+    /// For text that is a number.
+    static std::shared_ptr<NSFont> legibleDigitsFontOfSize(double size);
 
     NSFont(double pointSize, NSFontWeight weight, bool monospacedDigits);
     double pointSize() const { return m_pointSize; }

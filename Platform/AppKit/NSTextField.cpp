@@ -145,7 +145,9 @@ void NSTextField::setAlignment(NSTextAlignment alignment)
 
 void NSTextField::selectText()
 {
-    if (auto const& field = fieldBacking(*this).field) {
+    NSAssertMainThread();
+    auto const& field = fieldBacking(*this).field;
+    if (field && field->window()->windowHandle()) {
         field->setFocus(Qt::OtherFocusReason);
         field->selectAll();
     }

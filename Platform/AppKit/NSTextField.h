@@ -32,7 +32,8 @@ class NSSearchFieldDelegate : public NSTextFieldDelegate { };
 /// A field with a number formatter turns what was typed into a number when editing ends (Return,
 /// or leaving after a change); text that is no number gives back what was there. The action is
 /// sent when Return is pressed or the field is left, if the user changed the text. Escape gives back what
-/// was there. All is selected when the field gets the focus.
+/// was there; in a transient popover it closes that instead. All is selected when the field gets the
+/// focus.
 class PLATFORM_API NSTextField : public NSControl {
 public:
     enum class Kind { label, wrappingLabel, field };
@@ -66,6 +67,7 @@ public:
         m_delegate = std::move(delegate);
     }
     std::shared_ptr<NSControlTextEditingDelegate> delegate() const { return m_delegate.lock(); }
+    /// Takes the keyboard of the field's window and selects the whole text. Nothing happens without a window.
     void selectText();
 
     void setEnabled(bool enabled) override;

@@ -2,6 +2,7 @@
 
 #include "Platform/AppKit/KeyStep.h"
 #include "Platform/Qt/Conversions.h"
+#include "Platform/Qt/PopoverWindow.h"
 
 #include <algorithm>
 #include <cmath>
@@ -158,9 +159,15 @@ void NSTextFieldBacking::forgetTyping() const
     }
 }
 
+static bool isInTransientPopover(QWidget const& widget)
+{
+    auto const* popover = dynamic_cast<PopoverWindow const*>(widget.window());
+    return popover && popover->isTransient();
+}
+
 bool NSTextFieldBacking::cancel()
 {
-    if (escapeClears ? text().isEmpty() : !m_edited) {
+    if (escapeClears ? text().isEmpty() : !m_edited || isInTransientPopover(*field)) {
         return false;
     }
     auto const keep = owner().sharedAs<NSTextField>();

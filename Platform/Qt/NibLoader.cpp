@@ -165,6 +165,16 @@ static bool applyBezel(NSButton& button, std::string_view name)
     return true;
 }
 
+/// False for what is no number of digits.
+static bool applyFractionDigits(NSNumberFormatter& formatter, QWidget const& widget)
+{
+    auto const property = widget.property("maximumFractionDigits");
+    bool isNumber = !property.isValid();
+    int const digits = isNumber ? formatter.maximumFractionDigits() : property.toInt(&isNumber);
+    formatter.setMaximumFractionDigits(digits);
+    return isNumber && digits >= 0;
+}
+
 void NibLoader::applyProperties(NSView& view)
 {
     auto const& widget = *qtWidget(view);
@@ -193,6 +203,9 @@ void NibLoader::applyProperties(NSView& view)
         auto const formatter = textProperty(widget, "formatter");
         if (formatter == "number") {
             field->setFormatter(std::make_shared<NSNumberFormatter>());
+            if (!applyFractionDigits(*field->formatter(), widget)) {
+                problem("maximumFractionDigits", textProperty(widget, "maximumFractionDigits"));
+            }
         } else if (!formatter.empty()) {
             problem("formatter", formatter);
         }

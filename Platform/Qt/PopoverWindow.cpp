@@ -39,12 +39,8 @@ void PopoverWindow::requestClose()
 void PopoverWindow::open(Anchor anchor)
 {
     m_anchor = std::move(anchor);
-    m_anchorWindow = m_anchor.widget->window();
+    watchAnchor();
     setParent(m_anchorWindow, windowFlags());
-    m_anchorWindow->installEventFilter(this);
-    m_anchor.widget->installEventFilter(this);
-    auto const close = [this] { closeLaterIf([] { return true; }); };
-    connect(m_anchor.widget, &QObject::destroyed, this, close);
     if (m_isTransient) {
         m_pressObserver = observePresses([this](QWidget const* target) {
             if (!isInside(target)) {
@@ -65,6 +61,40 @@ void PopoverWindow::open(Anchor anchor)
     show();
     raise();
     activateWindow();
+}
+
+void PopoverWindow::watchAnchor()
+{
+    auto* anchor = m_anchor.widget.data();
+    m_anchorWindow = anchor->window();
+    m_anchorSuperview = anchor->isWindow() ? anchor : anchor->parentWidget();
+    for (QWidget* watched : { anchor, m_anchorSuperview.data(), m_anchorWindow.data() }) {
+        watched->installEventFilter(this);
+    }
+    auto const close = [this] { closeLaterIf([] { return true; }); };
+    connect(m_anchorSuperview, &QObject::destroyed, this, close);
+}
+
+/// A view that was taken out, such as a row that its table has no longer, may come back as another one.
+void PopoverWindow::letAnchorGo()
+{
+    m_anchor.widget->removeEventFilter(this);
+    m_anchor.widget = nullptr;
+}
+
+bool PopoverWindow::isAnchorHidden() const
+{
+    bool const isPlaceVisible = m_anchorSuperview && m_anchorSuperview->isVisible();
+    return !isPlaceVisible || (m_anchor.widget && !m_anchor.widget->isVisible());
+}
+
+QRect PopoverWindow::anchorOnScreen()
+{
+    if (m_anchor.widget && m_anchor.widget->window() == m_anchorWindow) {
+        m_anchorInWindow
+            = { m_anchor.widget->mapTo(m_anchorWindow, m_anchor.rect.topLeft()), m_anchor.rect.size() };
+    }
+    return m_anchorInWindow.translated(m_anchorWindow->mapToGlobal(QPoint()));
 }
 
 void PopoverWindow::finish()
@@ -118,14 +148,14 @@ bool PopoverWindow::isInside(QWidget const* widget) const
 
 void PopoverWindow::place()
 {
-    if (!m_content || !m_anchor.widget) {
+    if (!m_content || !m_anchorWindow) {
         return;
     }
     auto const fitting = m_content->fittingSize();
     auto const size = fitting == NSSize {} ? m_content->frame().size : fitting;
     QSize const whole(static_cast<int>(std::ceil(size.width)), static_cast<int>(std::ceil(size.height)));
-    QRect const anchor(m_anchor.widget->mapToGlobal(m_anchor.rect.topLeft()), m_anchor.rect.size());
-    m_placement = placePopover(whole, anchor, m_anchor.edge, m_anchor.widget->screen()->availableGeometry());
+    auto const screen = m_anchorWindow->screen()->availableGeometry();
+    m_placement = placePopover(whole, anchorOnScreen(), m_anchor.edge, screen);
     setGeometry(m_placement.window);
     m_content->setFrame(fromQRectF(popoverContentRect(m_placement)));
     m_content->layoutSubtreeIfNeeded();
@@ -145,10 +175,13 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event)
             }
             break;
         }
-        [[fallthrough]];
+        // Taking the anchor out hides it too.
+        closeLaterIf([this] { return isAnchorHidden(); });
+        break;
     case QEvent::ParentChange:
-        // Whether it really went is seen when all has settled: a table may put a row back at once.
-        closeLaterIf([this] { return !m_anchor.widget || !m_anchor.widget->isVisible(); });
+        if (watched == m_anchor.widget && m_anchor.widget->parentWidget() != m_anchorSuperview) {
+            letAnchorGo();
+        }
         break;
     case QEvent::Move:
     case QEvent::Resize:

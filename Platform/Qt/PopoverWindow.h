@@ -25,6 +25,7 @@ public:
     void open(Anchor anchor);
     /// Gives the content back, gives the keyboard back to the anchor's window, and goes away.
     void finish();
+    bool isTransient() const { return m_isTransient; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -40,13 +41,19 @@ private:
     bool m_isTransient;
     std::function<void()> m_close;
     Anchor m_anchor;
+    QPointer<QWidget> m_anchorSuperview; ///< Where it was when the popover was opened.
     QPointer<QWidget> m_anchorWindow;
+    QRect m_anchorInWindow; ///< As last seen.
     PopoverPlacement m_placement;
     std::shared_ptr<void> m_pressObserver;
     bool m_isDying { false };
 
     void requestClose();
     void closeLaterIf(std::function<bool()> condition);
+    void watchAnchor();
+    void letAnchorGo();
+    bool isAnchorHidden() const;
+    QRect anchorOnScreen();
     void place();
     bool isInside(QWidget const* widget) const;
     void releaseContent();

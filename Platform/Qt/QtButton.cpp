@@ -1,5 +1,7 @@
 #include "Platform/Qt/QtButton.h"
 
+#include "Platform/Qt/DrawingConversions.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -17,6 +19,12 @@ void QtButton::setBezel(NSBezelStyle bezel)
 {
     m_bezel = bezel;
     updateGeometry();
+    update();
+}
+
+void QtButton::setDestructive(bool destructive)
+{
+    m_isDestructive = destructive;
     update();
 }
 
@@ -76,9 +84,7 @@ void QtButton::paintEvent(QPaintEvent*)
         paintBorderless(painter);
         break;
     case NSBezelStyle::rounded:
-        QStyleOptionButton option;
-        initStyleOption(&option);
-        style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+        paintRounded(painter);
         break;
     }
     if (hasFocus() && m_bezel != NSBezelStyle::rounded) {
@@ -86,6 +92,18 @@ void QtButton::paintEvent(QPaintEvent*)
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
     }
+}
+
+void QtButton::paintRounded(QPainter& painter)
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    if (m_isDestructive) {
+        for (auto const group : { QPalette::Active, QPalette::Inactive }) {
+            option.palette.setColor(group, QPalette::ButtonText, toQColor(NSColor::systemRedColor()));
+        }
+    }
+    style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
 }
 
 /// The text colour, made lighter: for what lies under a text or around it.

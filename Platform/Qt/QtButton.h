@@ -13,6 +13,7 @@ class QtButton final : public QPushButton {
 public:
     QtButton();
     void setBezel(NSBezelStyle bezel);
+    void setDestructive(bool destructive);
     int controlSize() const { return static_cast<int>(m_controlSize); }
     void setControlSize(int size);
 
@@ -26,10 +27,12 @@ protected:
 
 private:
     int sideLength() const;
+    void paintRounded(QPainter& painter);
     void paintHelp(QPainter& painter);
     void paintBorderless(QPainter& painter);
     void paintContent(QPainter& painter);
 
     NSBezelStyle m_bezel { NSBezelStyle::rounded };
     NSControlSize m_controlSize { NSControlSize::regular };
+    bool m_isDestructive { false };
 };
