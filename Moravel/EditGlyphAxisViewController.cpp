@@ -63,8 +63,7 @@ std::span<NSMethod const> EditGlyphAxisViewController::methods() const
 void EditGlyphAxisViewController::awakeFromNib()
 {
     NSViewController::awakeFromNib();
-    legacyMainActorIsolated(
-        [self = sharedAs<EditGlyphAxisViewController>()] { self->configureControls(); });
+    legacyMainActorIsolated([self = sharedAs<EditGlyphAxisViewController>()] { self->configureControls(); });
 }
 
 /// So that typing replaces the name.
@@ -102,9 +101,8 @@ void EditGlyphAxisViewController::setTexts()
             "add-glyph-axis.axis-name-label.title", "Axis name:", "Label for the glyph axis name field"));
     }
     if (m_defaultValueLabel) {
-        m_defaultValueLabel->setStringValue(
-            MoravelLocalizedString("add-glyph-axis.default-value-label.title", "Default:",
-                "Label for the glyph axis default value field"));
+        m_defaultValueLabel->setStringValue(MoravelLocalizedString("add-glyph-axis.default-value-label.title",
+            "Default:", "Label for the glyph axis default value field"));
     }
     if (m_defaultValueDescriptionLabel) {
         m_defaultValueDescriptionLabel->setStringValue(

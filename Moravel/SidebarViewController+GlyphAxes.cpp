@@ -25,8 +25,8 @@ void SidebarViewController::addGlyphAxis(std::shared_ptr<NSObject> const&)
     }
     auto const axis = makeUnnamedAxis();
     glyph->insertObjectInAxesAtIndex(axis, glyph->countOfAxes());
-    applyTableModel(
-        makeTableModel(), nullptr, [weakSelf = std::weak_ptr(sharedAs<SidebarViewController>()), axis, glyph] {
+    applyTableModel(makeTableModel(), nullptr,
+        [weakSelf = std::weak_ptr(sharedAs<SidebarViewController>()), axis, glyph] {
             if (auto const self = weakSelf.lock()) {
                 self->revealAddedGlyphAxis(axis, glyph);
             }
@@ -95,12 +95,12 @@ std::shared_ptr<EditGlyphAxisViewController> SidebarViewController::makeGlyphAxi
     editor->initWithNibName("EditGlyphAxisViewController", MoravelBundle());
     editor->setGlyph(glyph);
     editor->setAxis(axis);
-    auto const refresh
-        = [weakSelf = std::weak_ptr(sharedAs<SidebarViewController>())](std::shared_ptr<TLAxis> const& changed) {
-              if (auto const self = weakSelf.lock()) {
-                  self->applyTableModel(self->makeTableModel(), changed, {});
-              }
-          };
+    auto const refresh = [weakSelf = std::weak_ptr(sharedAs<SidebarViewController>())](
+                             std::shared_ptr<TLAxis> const& changed) {
+        if (auto const self = weakSelf.lock()) {
+            self->applyTableModel(self->makeTableModel(), changed, {});
+        }
+    };
     editor->setAxisContentDidChange(refresh);
     editor->setAxisWasDeleted([refresh](auto const&) { refresh(nullptr); });
     return editor;

@@ -51,9 +51,9 @@ NSOutlet NSOutletMake(std::string_view name, std::shared_ptr<View> Owner::*field
 ///
 /// In the file a widget's dynamic property `outlet` names the owner's outlet that it fills,
 /// `action` the owner's operation that it calls, and `formatter` ("number") gives a text field a
-/// number formatter, with `maximumFractionDigits` where that is given. The owner is the one given, or without one the top view itself. The standard
-/// widgets QLabel, QLineEdit, QPushButton and QToolButton become `NSTextField` and `NSButton`; custom
-/// classes are those registered with `NSRegisterViewClass`.
+/// number formatter, with `maximumFractionDigits` where that is given. The owner is the one given, or without
+/// one the top view itself. The standard widgets QLabel, QLineEdit, QPushButton and QToolButton become
+/// `NSTextField` and `NSButton`; custom classes are those registered with `NSRegisterViewClass`.
 class PLATFORM_API NSNib final {
 public:
     NSNib(std::string name, std::shared_ptr<NSBundle> bundle);

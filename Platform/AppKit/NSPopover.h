@@ -18,8 +18,8 @@ public:
 
 /// A small window that points at a view and shows a controller's view. A transient one closes when
 /// the user presses outside it or Escape, when its window or the view it points at is hidden or goes
-/// with the views around it. A view that alone is taken out of its superview leaves the popover open in its place.
-/// The platform holds a shown popover until it has closed.
+/// with the views around it. A view that alone is taken out of its superview leaves the popover open in its
+/// place. The platform holds a shown popover until it has closed.
 class PLATFORM_API NSPopover final : public NSObject {
 public:
     NSPopover();

@@ -67,6 +67,8 @@ void NSTextFieldBacking::show(QString const& text)
     field->setText(text);
     if (wasSelected) {
         field->selectAll();
+    } else if (!field->hasFocus()) {
+        field->home(false);
     }
 }
 

@@ -87,7 +87,7 @@ void QtTextField::focusOutEvent(QFocusEvent* event)
         return;
     }
     m_hasKeyboard = false;
-    deselect();
+    home(false); // Of a long text the beginning is shown.
     if (auto const left = hooks.left) {
         left();
     }

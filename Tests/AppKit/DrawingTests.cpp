@@ -207,6 +207,8 @@ TEST(NSColor, followsThePaletteAndStaysReadable)
         QPalette palette;
         palette.setColor(QPalette::Window, window);
         palette.setColor(QPalette::WindowText, text);
+        palette.setColor(QPalette::Button, window);
+        palette.setColor(QPalette::ButtonText, text);
         palette.setColor(QPalette::Highlight, Qt::green);
         QApplication::setPalette(palette);
         auto const background = fromQColor(window);
@@ -216,6 +218,7 @@ TEST(NSColor, followsThePaletteAndStaysReadable)
         double const own = contrast(NSColor::labelColor(), background);
         EXPECT_GE(contrast(NSColor::secondaryLabelColor(), background), std::min(4.5, own) - 1e-9);
         EXPECT_GE(contrast(NSColor::tertiaryLabelColor(), background), std::min(3.0, own) - 1e-9);
+        EXPECT_GE(contrast(NSColor::systemRedColor(), background), std::min(4.5, own) - 1e-9);
         if (own > 6) {
             EXPECT_NE(NSColor::secondaryLabelColor(), NSColor::labelColor());
         }

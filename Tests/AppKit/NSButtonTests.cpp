@@ -99,3 +99,32 @@ TEST_F(Button, ofASymbolIsNamedByItsDescriptionUnlessItHasAName)
     button->setImage(NSImage::imageWithSystemSymbolName("plus", "Add"));
     EXPECT_EQ(button->accessibilityLabel(), "Add an axis");
 }
+
+TEST_F(Button, thatDestroysSomethingSaysSoInRedThatCanBeReadOnLightAndDark)
+{
+    button->setTitle("MMMM");
+    button->setFrame({ { 10, 10 }, { 120, 40 } });
+    auto const before = QApplication::palette();
+    for (auto const& palette :
+        { QPalette(QColor(240, 240, 240)), QPalette(QColor(60, 60, 64), QColor(45, 45, 48)),
+            QPalette(QColor(0, 0, 0)), QPalette(QColor(255, 255, 255)) }) {
+        QApplication::setPalette(palette);
+        auto const reddest = [&] {
+            auto const picture = qtWidget(*button)->grab().toImage();
+            int most = 0;
+            for (int x = 0; x < picture.width(); ++x) {
+                auto const color = picture.pixelColor(x, picture.height() / 2);
+                most = std::max(most, color.red() - std::max(color.green(), color.blue()));
+            }
+            return most;
+        };
+        button->setHasDestructiveAction(false);
+        EXPECT_LT(reddest(), 30);
+        button->setHasDestructiveAction(true);
+        EXPECT_GT(reddest(), 80) << palette.color(QPalette::Button).name().toStdString();
+        button->setEnabled(false);
+        EXPECT_LT(reddest(), 30);
+        button->setEnabled(true);
+    }
+    QApplication::setPalette(before);
+}

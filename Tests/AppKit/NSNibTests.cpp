@@ -218,7 +218,8 @@ TEST_F(Nib, makesViewsOfTheStandardWidgetsWithTheirProperties)
         label + widget("QLabel", "wrapping", text("text", "Long") + boolean("wordWrap", true))
             + widget("QLineEdit", "field",
                 text("text", "5") + text("placeholderText", "None") + text("formatter", "number")
-                    + boolean("enabled", false) + text("accessibleName", "Value"))
+                    + text("maximumFractionDigits", "4") + boolean("enabled", false)
+                    + text("accessibleName", "Value"))
             + widget("QToolButton", "tool", text("symbol", "plus") + text("toolTip", "Add"))
             + widget("QPushButton", "help", text("bezel", "help") + boolean("visible", false))
             + widget("NSSearchField", "search") + widget("NSSlider", "slider")
@@ -229,7 +230,8 @@ TEST_F(Nib, makesViewsOfTheStandardWidgetsWithTheirProperties)
     EXPECT_EQ(field->stringValue(), "5");
     EXPECT_EQ(field->placeholderString(), "None");
     EXPECT_EQ(field->accessibilityLabel(), "Value");
-    EXPECT_NE(field->formatter(), nullptr);
+    ASSERT_NE(field->formatter(), nullptr);
+    EXPECT_EQ(field->formatter()->maximumFractionDigits(), 4);
     EXPECT_TRUE(field->isEditable());
     EXPECT_FALSE(field->isEnabled());
     EXPECT_FALSE(owner->nameLabel.lock()->isEditable());
@@ -304,6 +306,12 @@ TEST_F(Nib, namesClassesAndValuesThatAreNotKnown)
         errorsOf(label + widget("QPushButton", "x", text("bezel", "flat"))), ElementsAre(sentence("flat")));
     EXPECT_THAT(
         errorsOf(label + widget("QLineEdit", "x", text("formatter", "date"))), ElementsAre(sentence("date")));
+    for (auto const* const digits : { "few", "-1" }) {
+        EXPECT_THAT(errorsOf(label
+                        + widget("QLineEdit", "x",
+                            text("formatter", "number") + text("maximumFractionDigits", digits))),
+            ElementsAre(sentence(digits)));
+    }
 }
 
 TEST_F(Nib, namesFilesThatCannotBeRead)

@@ -2,6 +2,7 @@
 
 #include "Platform/AppKit/NSApplication.h"
 #include "Platform/AppKit/NSPopover.h"
+#include "Platform/AppKit/NSTextField.h"
 #include "Platform/Qt/PopoverPlacement.h"
 
 #include <QAbstractItemView>
@@ -157,14 +158,9 @@ TEST(NSPopover, closesWhenItsWindowOrItsAnchorGoes)
              Case { "window hidden", [](OpenPopover& test) { test.host.window.hide(); } },
              Case { "window closed", [](OpenPopover& test) { test.host.window.close(); } },
              Case { "anchor hidden", [](OpenPopover& test) { test.anchor->setHidden(true); } },
-             Case { "anchor removed", [](OpenPopover& test) { test.anchor->removeFromSuperview(); } },
              Case { "anchor's superview removed",
                  [](OpenPopover& test) { qtWidget(*test.host.root)->setParent(nullptr); } },
-             Case { "anchor released",
-                 [](OpenPopover& test) {
-                     test.anchor->removeFromSuperview();
-                     test.anchor.reset();
-                 } },
+             Case { "anchor's superview hidden", [](OpenPopover& test) { test.host.root->setHidden(true); } },
              Case { "popover's own window closed", [](OpenPopover& test) { test.window().close(); } },
              Case { "all transient ones", [](OpenPopover&) { NSApplication::closeTransientPopovers(); } },
          }) {
@@ -175,15 +171,43 @@ TEST(NSPopover, closesWhenItsWindowOrItsAnchorGoes)
     }
 }
 
-TEST(NSPopover, staysWhenItsAnchorIsPutBackAtOnce)
+TEST(NSPopover, staysInItsPlaceWhenItsAnchorIsTakenOutWhateverBecomesOfThat)
 {
     OpenPopover test;
-    auto const root = test.host.root;
-    qtWidget(*test.anchor)->setParent(nullptr);
-    qtWidget(*test.anchor)->setParent(qtWidget(*root));
-    qtWidget(*test.anchor)->show();
+    auto const before = test.window().geometry();
+    test.anchor->removeFromSuperview();
+    ViewWindow::settle();
+    EXPECT_EQ(test.window().geometry(), before);
+    test.host.add(test.anchor, { { 150, 90 }, { 40, 20 } }); // As another row.
+    ViewWindow::settle();
+    EXPECT_EQ(test.window().geometry(), before);
+    test.anchor->setHidden(true);
+    test.anchor->removeFromSuperview();
+    test.anchor.reset();
     ViewWindow::settle();
     EXPECT_TRUE(test.popover->isShown());
+    test.host.window.move(test.host.window.pos() + QPoint(30, 40));
+    ViewWindow::settle();
+    EXPECT_EQ(test.window().geometry().topLeft(), before.topLeft() + QPoint(30, 40));
+    test.host.root->setHidden(true);
+    ViewWindow::settle();
+    EXPECT_EQ(test.delegate->calls, closedOnce);
+}
+
+TEST(NSPopover, closesOnEscapeInAFieldThatIsBeingEdited)
+{
+    for (auto const behavior : { NSPopoverBehavior::transient, NSPopoverBehavior::applicationDefined }) {
+        OpenPopover test(behavior);
+        auto const field = std::make_shared<NSTextField>(NSTextField::Kind::field);
+        test.content->view()->addSubview(field);
+        field->selectText();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&test.window()));
+        QTest::keyClick(test.window().windowHandle(), Qt::Key_A);
+        EXPECT_EQ(field->stringValue(), "a");
+        QTest::keyClick(test.window().windowHandle(), Qt::Key_Escape);
+        EXPECT_EQ(field->stringValue(), "");
+        EXPECT_EQ(test.popover->isShown(), behavior == NSPopoverBehavior::applicationDefined);
+    }
 }
 
 TEST(NSPopover, outlivesTheWindowItWasOpenedFrom)

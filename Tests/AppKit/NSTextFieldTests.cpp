@@ -290,6 +290,18 @@ TEST_F(NumberField, leavesCommandsToADelegateThatTakesThem)
     EXPECT_TRUE(target->senders.empty());
 }
 
+TEST_F(NumberField, showsTheBeginningOfALongTextUnlessItIsEdited)
+{
+    formatter->setMaximumFractionDigits(40);
+    field->setDoubleValue(1e2 + 1.0 / 3);
+    EXPECT_EQ(line().cursorPosition(), 0);
+    focus();
+    type("400.1234567890123");
+    EXPECT_EQ(line().cursorPosition(), 17);
+    leave();
+    EXPECT_EQ(line().cursorPosition(), 0);
+}
+
 TEST_F(NumberField, dropsWhatIsBeingTypedWhenItIsTakenAway)
 {
     for (auto const takeAway : { +[](NSTextField& taken) { taken.setEnabled(false); },

@@ -233,9 +233,10 @@ struct Closing {
 TEST_F(AddingGlyphAxes, howeverItIsClosedTheAxisStaysAndWhatWasNotCommittedIsLost)
 {
     for (auto const& [what, act] : {
-             Closing { "press outside", [](auto& shownIn, auto& shown) { shownIn.click(*shown.filterField()); } },
-             Closing { "tab switched", [](auto&, auto& shown) { qtWidget(*shown.view())->hide(); } },
-             Closing { "window hidden", [](auto& shownIn, auto&) { shownIn.widget().hide(); } },
+             Closing {
+                 "press outside", [](auto&shownIn, auto&shown) { shownIn.click(*shown.filterField()); } },
+             Closing { "tab switched", [](auto&, auto&shown) { qtWidget(*shown.view())->hide(); } },
+             Closing { "window hidden", [](auto&shownIn, auto&) { shownIn.widget().hide(); } },
              Closing { "by the host", [](auto&, auto&) { NSApplication::closeTransientPopovers(); } },
          }) {
         bar->setName("Bar");

@@ -73,7 +73,8 @@ TEST_F(EditGlyphAxis, acceptsEachNameThatNoOtherAxisOfTheGlyphHas)
 {
     FontBuilder::addGlyphAxis(glyph, "cafe", "Café"); // One character with an accent.
     auto const& shown = *axisEditor();
-    for (auto const* const name : { "Bar", "bar", "Weight", "café", "Cafe", "Ca fé", "  ", "\xF0\x9F\x85\xB0" }) {
+    for (auto const* const name :
+        { "Bar", "bar", "Weight", "café", "Cafe", "Ca fé", "  ", "\xF0\x9F\x85\xB0" }) {
         EXPECT_TRUE(shown.isValidAxisName(name)) << name;
     }
     for (auto const* const name : { "", "Café", "Cafe\u0301" }) {
@@ -204,7 +205,8 @@ TEST_F(EditGlyphAxis, readsADefaultWithAFullStopOnlyWhereThereIsNoFormatter)
 TEST_F(EditGlyphAxis, noValueChangesByBeingLookedAt)
 {
     popover()->close();
-    for (auto const value : { 0.1 + 0.2, 1.0 / 3, 1e-10 / 3, -std::numbers::pi * 1e5, 123456789.123, 1e21, 5e-324 }) {
+    for (auto const value :
+        { 0.1 + 0.2, 1.0 / 3, 1e-10 / 3, -std::numbers::pi * 1e5, 123456789.123, 1e21, 5e-324 }) {
         bar->setDefaultValue(value);
         openBar();
         tab();
@@ -320,7 +322,8 @@ TEST_F(EditGlyphAxis, startsEmptyAndWorksWithoutControlsAndCallbacks)
     auto const bare = std::make_shared<EditGlyphAxisViewController>();
     bare->setAxis(bar);
     bare->setDidAccept([] { FAIL(); });
-    ASSERT_TRUE(bare->initWithCoder(NSCoder({ { "NSTitle", "Editor" }, { "NSBundleIdentifier", "Moravel" } })));
+    ASSERT_TRUE(
+        bare->initWithCoder(NSCoder({ { "NSTitle", "Editor" }, { "NSBundleIdentifier", "Moravel" } })));
     EXPECT_EQ(bare->axis(), nullptr);
     bare->setAxis(bar);
     bare->setGlyph(glyph);

@@ -53,9 +53,9 @@ protected:
     std::shared_ptr<NSPopover> popover() const { return sidebar->editGlyphAxisPopover(); }
     std::shared_ptr<EditGlyphAxisViewController> axisEditor() const
     {
-        return popover() ? std::dynamic_pointer_cast<EditGlyphAxisViewController>(
-                   popover()->contentViewController())
-                         : nullptr;
+        return popover()
+            ? std::dynamic_pointer_cast<EditGlyphAxisViewController>(popover()->contentViewController())
+            : nullptr;
     }
     QWidget& popoverWindow() const { return *qtWidget(*axisEditor()->view())->window(); }
     NSTextField& nameField() const { return *axisEditor()->axisNameField(); }
@@ -71,7 +71,8 @@ protected:
     void type(QString const& text)
     {
         for (auto const character : text) {
-            QTest::sendKeyEvent(QTest::Click, popoverWindow().windowHandle(), Qt::Key_unknown, QString(character), {});
+            QTest::sendKeyEvent(
+                QTest::Click, popoverWindow().windowHandle(), Qt::Key_unknown, QString(character), {});
         }
         settle();
     }
