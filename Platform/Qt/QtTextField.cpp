@@ -4,6 +4,7 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPointer>
 
 static std::string_view selectorForKey(QKeyEvent const& event)
 {
@@ -87,9 +88,13 @@ void QtTextField::focusOutEvent(QFocusEvent* event)
         return;
     }
     m_hasKeyboard = false;
-    home(false); // Of a long text the beginning is shown.
+    deselect();
+    QPointer<QtTextField> const stillThere = this;
     if (auto const left = hooks.left) {
         left();
+    }
+    if (stillThere) {
+        home(false); // Of a long text the beginning is shown.
     }
 }
 
