@@ -7,7 +7,7 @@
 static std::unique_ptr<NSViewBacking> makeBacking()
 {
     auto backing = std::make_unique<NSTextFieldBacking>(NSTextField::Kind::field);
-    backing->escapeClears = true;
+    backing->isSearchField = true;
     backing->field->setClearButtonEnabled(true);
     if (auto const glass = NSImage::imageWithSystemSymbolName("magnifyingglass")) {
         backing->field->addAction(symbolIcon(*glass), QLineEdit::LeadingPosition);

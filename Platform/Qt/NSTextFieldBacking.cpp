@@ -169,12 +169,12 @@ static bool isInTransientPopover(QWidget const& widget)
 
 bool NSTextFieldBacking::cancel()
 {
-    if (escapeClears ? text().isEmpty() : !m_edited || isInTransientPopover(*field)) {
+    if (isSearchField ? text().isEmpty() : !m_edited || isInTransientPopover(*field)) {
         return false;
     }
     auto const keep = owner().sharedAs<NSTextField>();
-    bool const changes = escapeClears || text() != m_committed;
-    show(escapeClears ? QString() : QString(m_committed));
+    bool const changes = isSearchField || text() != m_committed;
+    show(isSearchField ? QString() : QString(m_committed));
     field->selectAll();
     if (changes) {
         notifyChange();
@@ -227,6 +227,6 @@ void NSTextFieldBacking::endEditing()
 void NSTextFieldBacking::dropEditing()
 {
     if (m_edited) {
-        show(QString(m_committed));
+        show(isSearchField ? text() : QString(m_committed));
     }
 }

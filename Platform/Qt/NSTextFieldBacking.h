@@ -25,7 +25,8 @@ struct NSTextFieldBacking : NSViewBacking {
 
     QPointer<QtLabel> label; ///< Null for a field.
     QPointer<QtTextField> field; ///< Null for a label.
-    bool escapeClears { false };
+    /// What is typed counts at once: there is nothing to take back, and Escape clears.
+    bool isSearchField { false };
 
 private:
     enum class Commit { byReturn, byLeaving };

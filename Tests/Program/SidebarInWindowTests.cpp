@@ -138,6 +138,12 @@ TEST_F(SidebarInWindow, theFilterKeepsWhatMatchesAndSaysWhenNothingDoes)
     EXPECT_EQ(table()->numberOfRows(), 0U);
     EXPECT_FALSE(placeholder->isHidden());
     EXPECT_EQ(placeholder->title(), "No Matches");
+    document->sidebar()->widget()->hide();
+    document->sidebar()->widget()->show();
+    settle();
+    EXPECT_EQ(table()->numberOfRows(), 0U);
+    EXPECT_EQ(part<NSSearchField>("filterField")->stringValue(), " Weird") << "while it filters, it is shown";
+    window->click(*part<NSSearchField>("filterField"));
     EXPECT_TRUE(part<NSSearchField>("filterField")->isFirstResponder());
     window->pressKey(Qt::Key_Escape);
     settle();
