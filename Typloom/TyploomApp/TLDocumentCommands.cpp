@@ -44,12 +44,15 @@ void TLDocumentCommands::perform(void (TLDocumentHistory::*operation)())
     if (QApplication::mouseButtons() != Qt::NoButton) {
         return;
     }
-    TLEndEditing(*m_font);
+    endEditing();
     (m_font->history().*operation)();
 }
 
-void TLEndEditing(TLFont const& font)
+void TLDocumentCommands::endEditing() const
 {
     NSApplication::closeTransientPopovers();
-    font.history().endStep();
+    if (m_endFieldEditing) {
+        m_endFieldEditing();
+    }
+    m_font->history().endStep();
 }

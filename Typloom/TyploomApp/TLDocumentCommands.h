@@ -16,6 +16,14 @@ public:
 
     QAction* undoAction() const { return m_undo; }
     QAction* redoAction() const { return m_redo; }
+    /// Called before a command, to take what is being typed in the windows on the document.
+    void setFieldEditingEnder(std::function<void()> endFieldEditing)
+    {
+        m_endFieldEditing = std::move(endFieldEditing);
+    }
+    /// Ends what is being edited in popovers and fields, as a click outside does: what follows is a step
+    /// of its own.
+    void endEditing() const;
     /// Brings titles and states of the actions up to date.
     void update();
 
@@ -25,8 +33,6 @@ private:
     std::shared_ptr<TLFont> m_font;
     QAction* m_undo;
     QAction* m_redo;
+    std::function<void()> m_endFieldEditing;
     std::shared_ptr<NSObject> m_popoverObserver;
 };
-
-/// Ends what is being edited in popovers, as a click outside does: what follows is a step of its own.
-void TLEndEditing(TLFont const& font);

@@ -39,6 +39,8 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     addCommand(*view, "Zoom &In", { QKeySequence("Ctrl++"), QKeySequence("Ctrl+=") }, commands.zoomIn);
     addCommand(*view, "Zoom &Out", { QKeySequence("Ctrl+-") }, commands.zoomOut);
     addCommand(*view, "Zoom to &Fit", { QKeySequence("Ctrl+0") }, commands.zoomToFit);
+    auto* const font = bar->addMenu("F&ont");
+    addCommand(*font, "Font &Info…", { QKeySequence("Ctrl+I") }, commands.fontInfo);
     auto* const glyph = bar->addMenu("&Glyph");
     addCommand(*glyph, "&Find Glyph…", { QKeySequence::Find }, commands.findGlyph);
     addCommand(*glyph, "Edit &Text…", { QKeySequence("Ctrl+T") }, commands.editText);

@@ -10,6 +10,7 @@ struct TLMenuCommands {
     std::function<void()> open;
     QAction* undo { nullptr };
     QAction* redo { nullptr };
+    std::function<void()> fontInfo;
     std::function<void()> zoomIn, zoomOut, zoomToFit;
     std::function<void()> findGlyph, editText;
     std::function<void()> previousGlyph, nextGlyph;

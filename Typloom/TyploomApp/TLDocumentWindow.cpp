@@ -7,6 +7,7 @@
 #include "Typloom/TyploomApp/TLDocumentMenus.h"
 #include "Typloom/TyploomApp/TLDocumentToolbar.h"
 #include "Typloom/TyploomApp/TLDocumentWindowController.h"
+#include "Typloom/TyploomApp/TLFontInfoWindow.h"
 #include "Typloom/TyploomApp/TLInvitationView.h"
 #include "Typloom/TyploomApp/TLLineText.h"
 #include "Typloom/TyploomApp/TLMainWindow.h"
@@ -32,6 +33,7 @@ struct TLDocumentWindow::Impl {
     std::unique_ptr<TLDocumentToolbar> toolbar;
     std::shared_ptr<TLSidebar> sidebar;
     std::unique_ptr<TLDocumentCommands> documentCommands;
+    std::unique_ptr<TLFontInfoWindow> fontInfo; ///< Null until it is opened for the first time.
     std::shared_ptr<TLNotificationObserver> observer;
 
     std::shared_ptr<TLLineEditView> const& lineView() const { return editViewController->lineView(); }
@@ -105,6 +107,7 @@ struct TLDocumentWindow::Impl {
         commands.open = [this] { window->chooseFile(); };
         commands.undo = documentCommands->undoAction();
         commands.redo = documentCommands->redoAction();
+        commands.fontInfo = [this] { openFontInfo(); };
         commands.zoomIn = [zoom] { zoom(zoomStep); };
         commands.zoomOut = [zoom] { zoom(1 / zoomStep); };
         commands.zoomToFit = [this] { lineView()->zoomToFit(); };
@@ -113,6 +116,20 @@ struct TLDocumentWindow::Impl {
         commands.previousGlyph = [this] { toolbar->chooseNeighbouringGlyph(-1); };
         commands.nextGlyph = [this] { toolbar->chooseNeighbouringGlyph(1); };
         TLInstallMenus(*window, commands);
+    }
+
+    void openFontInfo()
+    {
+        if (!fontInfo) {
+            fontInfo = std::make_unique<TLFontInfoWindow>(state, *window,
+                std::vector { documentCommands->undoAction(), documentCommands->redoAction() });
+            fontInfo->setNoteHandler([this](std::vector<std::string> const& notes) {
+                ownReport.insert(ownReport.end(), notes.begin(), notes.end());
+                update();
+            });
+            documentCommands->setFieldEditingEnder([this] { fontInfo->endEditing(); });
+        }
+        fontInfo->open();
     }
 
     /// The window's own controls follow at once; the views wait for the interface update.

@@ -27,19 +27,27 @@ std::string problemText(TLDrawingProblem const& problem)
 std::string TLCoordinatesText(TLEditState const& state)
 {
     auto const place = state.place();
+    auto const value = [&place](TLAxis const& axis) -> std::optional<double> {
+        return TLLocationNumber(place, axis.axisId()).value_or(axis.defaultValue());
+    };
     auto axes = state.font()->canonicalAxes();
     if (auto const& glyph = state.editedGlyph()) {
         axes.insert(axes.end(), glyph->axes().begin(), glyph->axes().end());
     }
-    auto const value = [&place](TLAxis const& axis) {
-        return TLLocationNumber(place, axis.axisId()).value_or(axis.defaultValue());
-    };
+    return TLPlaceText(std::move(axes), value);
+}
+
+std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
+    std::function<std::optional<double>(TLAxis const&)> const& value)
+{
+    std::erase_if(axes, [&value](auto const& axis) { return !value(*axis); });
     if (axes.size() > mostAxes) {
         std::erase_if(axes, [&value](auto const& axis) { return value(*axis) == axis->defaultValue(); });
     }
     std::string text;
     for (std::size_t index = 0; index < std::min(axes.size(), mostAxes); ++index) {
-        text += (index == 0 ? "" : ", ") + axes[index]->name() + " " + numberText(value(*axes[index]));
+        auto const& axis = *axes[index];
+        text += (index == 0 ? "" : ", ") + axis.name() + " " + numberText(value(axis).value_or(0));
     }
     return axes.size() > mostAxes ? text + ", …" : text;
 }

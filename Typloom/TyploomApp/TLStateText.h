@@ -11,5 +11,9 @@ TYPLOOM_API std::string TLStateText(TLEditState const& state, std::optional<TLDr
 /// Empty without axes.
 TYPLOOM_API std::string TLCoordinatesText(TLEditState const& state);
 
+/// The same for any place on these axes; those without a value are left out.
+TYPLOOM_API std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
+    std::function<std::optional<double>(TLAxis const&)> const& value);
+
 /// The name of a layer as a person sees it: of a master's layer the master's.
 TYPLOOM_API std::string TLLayerTitle(TLFont const& font, TLLayer const& layer);

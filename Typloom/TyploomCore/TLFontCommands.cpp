@@ -36,7 +36,7 @@ class MasterPlan {
 public:
     MasterPlan(TLFont const& font, TLLocation const& place)
         : m_font(font)
-        , m_place(TLCompletedPlace(font.canonicalAxes(), place))
+        , m_place(place)
     {
         for (auto const& name : font.glyphNames()) {
             if (auto const glyph = font.glyphForName(name); glyph && canBeDrawn(*glyph)) {
@@ -61,8 +61,7 @@ public:
     {
         auto const master = std::make_shared<TLFontMaster>(freeIdentifier(name), name);
         for (auto const& axis : m_font.canonicalAxes()) {
-            master->setAxisInternalValue(
-                TLLocationNumber(m_place, axis->axisId()).value_or(axis->defaultValue()), axis->axisId());
+            master->setAxisInternalValue(*TLLocationNumber(m_place, axis->axisId()), axis->axisId());
         }
         auto model = m_font.defaultFontMaster(nullptr);
         model = model ? model : m_font.fontMasterAtIndex(0);
@@ -119,6 +118,15 @@ private:
     std::vector<TLOutline> m_outlines; ///< Of the glyphs, in their order.
 };
 
+double valueOnAxis(TLAxis const& axis, double value)
+{
+    if (axis.isDiscrete()) {
+        return *std::ranges::min_element(
+            axis.discreteValues(), {}, [value](double candidate) { return std::abs(candidate - value); });
+    }
+    return axis.minimum() < axis.maximum() ? std::clamp(value, axis.minimum(), axis.maximum()) : value;
+}
+
 std::string standsThereAlready(TLFontMaster const& master)
 {
     return "The master " + inQuotes(master.name()) + " stands at this place already.";
@@ -131,9 +139,20 @@ bool isDefaultMaster(TLFont const& font, TLFontMaster const& master)
 
 } // namespace
 
-TLAddedMaster TLAddMaster(
-    std::shared_ptr<TLFont> const& font, std::string const& name, TLLocation const& place)
+TLLocation TLPlaceForMaster(TLFont const& font, TLLocation const& place)
 {
+    TLLocation completed;
+    for (auto const& axis : font.canonicalAxes()) {
+        auto const value = TLLocationNumber(place, axis->axisId()).value_or(axis->defaultValue());
+        completed[axis->axisId()] = valueOnAxis(*axis, value);
+    }
+    return completed;
+}
+
+TLAddedMaster TLAddMaster(
+    std::shared_ptr<TLFont> const& font, std::string const& name, TLLocation const& viewPlace)
+{
+    auto const place = TLPlaceForMaster(*font, viewPlace);
     if (name.empty()) {
         return { nullptr, "A master needs a name." };
     }

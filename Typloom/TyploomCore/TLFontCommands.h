@@ -10,9 +10,13 @@ struct TLAddedMaster {
     std::vector<std::string> notes {}; ///< On glyphs that can't be interpolated there, a sentence each.
 };
 
-/// Adds a master at a place (design coordinates; on axes that it does not name at the default) behind the
-/// others. Every glyph that can be drawn, read for this if need be, gets a layer of it that looks as
-/// the glyph does there; one that cannot be interpolated looks as its nearest source.
+/// Where a master would stand for a place (design coordinates): on every axis of the font, on the default
+/// where the place names no value, and no further than the axis reaches.
+TYPLOOM_API TLLocation TLPlaceForMaster(TLFont const& font, TLLocation const& place);
+
+/// Adds a master at `TLPlaceForMaster` behind the others. Every glyph that can be drawn, read for this if
+/// need be, gets a layer of it that looks as the glyph does there; one that cannot be interpolated looks as
+/// its nearest source.
 ///
 /// None is added without a name, or where a master or any glyph's intermediate layer stands already.
 TYPLOOM_API TLAddedMaster TLAddMaster(
