@@ -39,6 +39,8 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     addCommand(*view, "Zoom &In", { QKeySequence("Ctrl++"), QKeySequence("Ctrl+=") }, commands.zoomIn);
     addCommand(*view, "Zoom &Out", { QKeySequence("Ctrl+-") }, commands.zoomOut);
     addCommand(*view, "Zoom to &Fit", { QKeySequence("Ctrl+0") }, commands.zoomToFit);
+    view->addSeparator();
+    view->addAction(commands.showLayers);
     auto* const font = bar->addMenu("F&ont");
     addCommand(*font, "Font &Info…", { QKeySequence("Ctrl+I") }, commands.fontInfo);
     auto* const glyph = bar->addMenu("&Glyph");
@@ -47,4 +49,5 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     glyph->addSeparator();
     addCommand(*glyph, "&Previous Glyph", { QKeySequence("Ctrl+PgUp") }, commands.previousGlyph);
     addCommand(*glyph, "&Next Glyph", { QKeySequence("Ctrl+PgDown") }, commands.nextGlyph);
+    bar->addMenu("&Layer")->addActions({ commands.addLayer, commands.deleteLayer });
 }

@@ -11,6 +11,9 @@ struct TLMenuCommands {
     QAction* undo { nullptr };
     QAction* redo { nullptr };
     std::function<void()> fontInfo;
+    QAction* addLayer { nullptr };
+    QAction* deleteLayer { nullptr };
+    QAction* showLayers { nullptr };
     std::function<void()> zoomIn, zoomOut, zoomToFit;
     std::function<void()> findGlyph, editText;
     std::function<void()> previousGlyph, nextGlyph;

@@ -9,6 +9,8 @@
 #include "Typloom/TyploomApp/TLDocumentWindowController.h"
 #include "Typloom/TyploomApp/TLFontInfoWindow.h"
 #include "Typloom/TyploomApp/TLInvitationView.h"
+#include "Typloom/TyploomApp/TLLayerActions.h"
+#include "Typloom/TyploomApp/TLLayersPalette.h"
 #include "Typloom/TyploomApp/TLLineText.h"
 #include "Typloom/TyploomApp/TLMainWindow.h"
 #include "Typloom/TyploomApp/TLNotificationObserver.h"
@@ -32,6 +34,8 @@ struct TLDocumentWindow::Impl {
     std::unique_ptr<TLStatusStrip> statusStrip;
     std::unique_ptr<TLDocumentToolbar> toolbar;
     std::shared_ptr<TLSidebar> sidebar;
+    std::unique_ptr<TLLayerActions> layerActions;
+    std::unique_ptr<TLLayersPalette> layersPalette;
     std::unique_ptr<TLDocumentCommands> documentCommands;
     std::unique_ptr<TLFontInfoWindow> fontInfo; ///< Null until it is opened for the first time.
     std::shared_ptr<TLNotificationObserver> observer;
@@ -59,6 +63,9 @@ struct TLDocumentWindow::Impl {
         toolbar->setText(TLDefaultText(*state->font()));
         state->select({ .location = state->line().objects().size() / 2, .length = 0 });
         sidebar = std::make_shared<TLSidebar>(editViewController);
+        layerActions = std::make_unique<TLLayerActions>(state, *window);
+        layersPalette = std::make_unique<TLLayersPalette>(state, *layerActions);
+        layersPalette->setCancelHandler([this] { qtWidget(*lineView())->setFocus(); });
         layOut();
         installMenus();
         follow();
@@ -79,9 +86,9 @@ struct TLDocumentWindow::Impl {
         splitter->setChildrenCollapsible(false);
         splitter->addWidget(sidebar->widget());
         splitter->addWidget(column);
-        splitter->setStretchFactor(0, 0);
+        splitter->addWidget(layersPalette->widget());
         splitter->setStretchFactor(1, 1);
-        splitter->setSizes({ 300, 900 });
+        splitter->setSizes({ 300, 800, 220 });
         window->setCentralWidget(splitter);
         window->setWindowTitle(title());
     }
@@ -108,6 +115,9 @@ struct TLDocumentWindow::Impl {
         commands.undo = documentCommands->undoAction();
         commands.redo = documentCommands->redoAction();
         commands.fontInfo = [this] { openFontInfo(); };
+        commands.addLayer = layerActions->addAction();
+        commands.deleteLayer = layerActions->deleteAction();
+        commands.showLayers = layersPalette->showAction();
         commands.zoomIn = [zoom] { zoom(zoomStep); };
         commands.zoomOut = [zoom] { zoom(1 / zoomStep); };
         commands.zoomToFit = [this] { lineView()->zoomToFit(); };
@@ -148,7 +158,10 @@ struct TLDocumentWindow::Impl {
         toolbar->update();
         statusStrip->setText(TLStateText(*state, lineView()->knownProblem()));
         statusStrip->setCoordinates(TLCoordinatesText(*state));
+        statusStrip->setOffer(state->showsInterpolation() ? layerActions->addAction() : nullptr);
         statusStrip->setReport(report());
+        layerActions->update();
+        layersPalette->update();
         documentCommands->update();
         window->setWindowModified(state->font()->history().isModified());
     }

@@ -2,6 +2,7 @@
 
 #include "Platform/Qt/Conversions.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -64,6 +65,8 @@ struct TLStatusStrip::Impl {
     QPointer<QWidget> widget { new QWidget };
     ElidingLabel* label { new ElidingLabel };
     ElidingLabel* coordinatesLabel { new ElidingLabel };
+    QPushButton* offerButton { new QPushButton };
+    QPointer<QAction> offer;
     QPushButton* reportButton { new QPushButton };
     std::vector<std::string> sentences;
 };
@@ -85,6 +88,15 @@ TLStatusStrip::TLStatusStrip()
     coordinates->setTextFormat(Qt::PlainText);
     coordinates->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
+    auto* const offer = m_impl->offerButton;
+    offer->setFocusPolicy(Qt::TabFocus);
+    offer->hide();
+    QObject::connect(offer, &QPushButton::clicked, offer, [impl = m_impl.get()] {
+        if (impl->offer) {
+            impl->offer->trigger();
+        }
+    });
+
     auto* const button = m_impl->reportButton;
     button->setFocusPolicy(Qt::TabFocus);
     button->setFlat(true);
@@ -98,6 +110,7 @@ TLStatusStrip::TLStatusStrip()
     layout->setContentsMargins(12, 4, 8, 4);
     layout->setSpacing(12);
     layout->addWidget(label);
+    layout->addWidget(offer);
     layout->addWidget(coordinates, 1);
     layout->addWidget(button);
     m_impl->widget->setMinimumHeight(32);
@@ -121,6 +134,16 @@ void TLStatusStrip::setText(std::string const& text)
 void TLStatusStrip::setCoordinates(std::string const& text)
 {
     m_impl->coordinatesLabel->showText(toQString(text));
+}
+
+void TLStatusStrip::setOffer(QAction* action)
+{
+    m_impl->offer = action;
+    if (action) {
+        m_impl->offerButton->setText(action->text().remove('&'));
+        m_impl->offerButton->setToolTip(action->toolTip());
+    }
+    m_impl->offerButton->setVisible(action != nullptr);
 }
 
 std::string TLStatusStrip::text() const

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+class QAction;
 class QWidget;
 
 /// The strip below the edit view: where the view stands, and what could not be read.
@@ -19,6 +20,8 @@ public:
     std::string text() const;
     /// Beside the text, lighter.
     void setCoordinates(std::string const& text);
+    /// Beside the text a button that does it; none (null) hides it.
+    void setOffer(QAction* action);
     /// A button tells how many sentences there are, and opens a list of them; hidden when there are none.
     void setReport(std::vector<std::string> sentences);
 

@@ -1,0 +1,157 @@
+#include "Typloom/TyploomApp/TLCoordinateForm.h"
+
+#include "Platform/Foundation/NSNumberFormatter.h"
+#include "Platform/Qt/Conversions.h"
+#include "Typloom/TyploomApp/TLNumberField.h"
+#include "Typloom/TyploomCore/TLLayerCommands.h"
+
+#include <QFormLayout>
+#include <QLabel>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int tallest = 260; ///< Points; then it scrolls.
+constexpr int widestName = 130;
+
+QString numberText(double value)
+{
+    NSNumberFormatter formatter;
+    formatter.setMaximumFractionDigits(3);
+    return toQString(formatter.stringFromNumber(value).value_or(std::string()));
+}
+
+QString hintFor(TLAxis const& axis, bool isOfGlyph)
+{
+    auto const name = toQString(axis.name()).toHtmlEscaped();
+    return isOfGlyph
+        ? name + ": empty where the layer has no coordinate; it then stands at "
+            + numberText(axis.defaultValue())
+        : name + ", between " + numberText(axis.minimum()) + " and " + numberText(axis.maximum());
+}
+
+} // namespace
+
+TLCoordinateForm::TLCoordinateForm()
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    setAccessibleName("Coordinates of the layer");
+}
+
+QSize TLCoordinateForm::sizeHint() const
+{
+    auto const content = widget() ? widget()->sizeHint() : QSize();
+    return { 120, std::min(content.height(), tallest) };
+}
+
+void TLCoordinateForm::show(
+    std::shared_ptr<TLGlyph> const& glyph, std::shared_ptr<TLLayer> const& layer, TLLocation const& place)
+{
+    if (layer != m_layer) {
+        commit();
+        m_layer = layer;
+    }
+    setVisible(glyph != nullptr);
+    if (!glyph) {
+        return;
+    }
+    auto const& fontAxes = glyph->font()->canonicalAxes();
+    auto axes = fontAxes;
+    axes.insert(axes.end(), glyph->axes().begin(), glyph->axes().end());
+    bool const isSame = widget() && fontAxes.size() == m_countOfFontAxes
+        && std::equal(m_rows.begin(), m_rows.end(), axes.begin(), axes.end(),
+            [](Row const& row, auto const& axis) { return row.axis == axis; });
+    if (!isSame) {
+        commit();
+        build(*glyph);
+    }
+    showValues(place);
+}
+
+void TLCoordinateForm::commit()
+{
+    for (auto const& row : std::vector(m_rows)) {
+        row.field->commit();
+    }
+}
+
+void TLCoordinateForm::build(TLGlyph const& glyph)
+{
+    auto* const content = new QWidget;
+    auto* const layout = new QFormLayout(content);
+    layout->setContentsMargins(12, 6, 12, 6);
+    layout->setVerticalSpacing(4);
+    m_rows.clear();
+    m_countOfFontAxes = glyph.font()->canonicalAxes().size();
+    for (auto const& axis : glyph.font()->canonicalAxes()) {
+        addRow(*layout, axis, false);
+    }
+    if (!glyph.axes().empty()) {
+        addCaption(*layout, "Glyph Axes");
+    }
+    for (auto const& axis : glyph.axes()) {
+        addRow(*layout, axis, true);
+    }
+    setWidget(content);
+    updateGeometry();
+}
+
+void TLCoordinateForm::addCaption(QFormLayout& layout, QString const& text) const
+{
+    auto* const label = new QLabel(text);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    layout.addRow(label);
+}
+
+void TLCoordinateForm::addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph)
+{
+    auto* const field = new TLNumberField;
+    auto const name = toQString(axis->name());
+    field->setAccessibleName(name + " coordinate");
+    field->setToolTip(hintFor(*axis, isOfGlyph));
+    field->setAllowsNone(isOfGlyph);
+    field->setMinimumWidth(60);
+    if (isOfGlyph) {
+        field->setPlaceholderText("none");
+    } else {
+        field->setRange(axis->minimum(), axis->maximum());
+    }
+    field->didChange = [this, axis](std::optional<double> value) { take(*axis, value); };
+    field->didCancel = [this] {
+        if (didCancel) {
+            didCancel();
+        }
+    };
+    auto* const label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, widestName));
+    label->setToolTip(name.toHtmlEscaped());
+    layout.addRow(label, field);
+    m_rows.push_back({ axis, field });
+}
+
+void TLCoordinateForm::take(TLAxis const& axis, std::optional<double> value)
+{
+    auto const layer = m_layer; // Lives on when what is typed changes what is shown.
+    auto const glyph = layer ? layer->glyph() : nullptr;
+    if (glyph && glyph->layerForId(layer->layerId()) == layer
+        && TLSetLayerCoordinate(*layer, axis.axisId(), value)) {
+        showValues({});
+    }
+}
+
+void TLCoordinateForm::showValues(TLLocation const& place)
+{
+    auto const valueOn = [&](std::string const& axisId) -> std::optional<double> {
+        return m_layer ? m_layer->axisInternalValueValue(axisId) : TLLocationNumber(place, axisId);
+    };
+    for (auto const& row : m_rows) {
+        row.field->setEnabled(m_layer != nullptr);
+        row.field->setValue(valueOn(row.axis->axisId()));
+    }
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Typloom/TyploomCore/TLFont.h"
+
+#include <QScrollArea>
+
+class QFormLayout;
+class TLNumberField;
+
+/// Where the view stands: a field for each axis of the font, then for each of the glyph's own. The
+/// coordinates of an intermediate layer can be typed.
+class TLCoordinateForm final : public QScrollArea {
+public:
+    TLCoordinateForm();
+
+    /// What is being typed counts for the layer that it was typed for. Without an intermediate layer
+    /// (null) the fields tell the place and can't be changed; without a glyph there is no form.
+    void show(std::shared_ptr<TLGlyph> const& glyph, std::shared_ptr<TLLayer> const& layer,
+        TLLocation const& place);
+    std::function<void()> didCancel; ///< Escape, with nothing typed.
+
+protected:
+    QSize sizeHint() const override;
+
+private:
+    struct Row {
+        std::shared_ptr<TLAxis> axis;
+        TLNumberField* field;
+    };
+    void commit();
+    void build(TLGlyph const& glyph);
+    void addCaption(QFormLayout& layout, QString const& text) const;
+    void addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph);
+    void take(TLAxis const& axis, std::optional<double> value);
+    void showValues(TLLocation const& place);
+
+    std::vector<Row> m_rows;
+    std::size_t m_countOfFontAxes { 0 };
+    std::shared_ptr<TLLayer> m_layer;
+};
