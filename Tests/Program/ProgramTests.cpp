@@ -91,6 +91,27 @@ TEST(Program, describesTheRowsThatTheWindowShows)
     EXPECT_FALSE(row.contains("hint"));
 }
 
+TEST(Program, describesEachOfManyRowsOnce)
+{
+    TestFolder const folder;
+    auto const file = makeSmallFamily(folder);
+    constexpr int count = 600;
+    std::string axes;
+    for (int index = 0; index < count; ++index) {
+        axes += "<axis tag=\"same\" name=\"Axis " + std::to_string(index)
+            + "\" minimum=\"0\" maximum=\"100\" default=\"" + std::to_string(index % 100) + "\"/>";
+    }
+    auto content = readFile(file);
+    writeFile(file, content.insert(content.find("</axes>"), axes));
+    auto const description = runProgram({ file, "--glyph", "A", "--describe" }).json();
+    auto const rows = description["sections"].toArray()[0].toObject()["rows"].toArray();
+    ASSERT_EQ(rows.size(), count + 1);
+    for (int index = 0; index < count; ++index) {
+        auto const row = rows[index + 1].toObject();
+        EXPECT_EQ(row["name"].toString().toStdString(), "Axis " + std::to_string(index));
+    }
+}
+
 TEST(Program, describesTheOutlineAsDrawnWithExactNumbers)
 {
     TestFolder const folder;

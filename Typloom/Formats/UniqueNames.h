@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -9,12 +10,14 @@ public:
     std::string take(std::string const& wanted)
     {
         std::string name = wanted;
-        for (std::size_t number = 2; !m_taken.insert(name).second; ++number) {
-            name = wanted + "#" + std::to_string(number);
+        auto& repeats = m_repeats[wanted]; // Thousands may ask for one name.
+        while (!m_taken.insert(name).second) {
+            name = wanted + "#" + std::to_string(++repeats + 1);
         }
         return name;
     }
 
 private:
     std::set<std::string, std::less<>> m_taken;
+    std::map<std::string, std::size_t, std::less<>> m_repeats;
 };

@@ -93,7 +93,11 @@ QJsonArray describeSections(NSTableView& table)
             sections.append(section);
         }
     };
+    constexpr std::size_t batch = 64;
     for (std::size_t i = 0; i < table.numberOfRows(); ++i) {
+        if (i % batch == batch - 1) {
+            table.layoutSubtreeIfNeeded(); // Gives the views of rows out of sight back for reuse.
+        }
         auto const view = table.viewAtColumnRow(0, i, true);
         if (!table.rows()[i].isGroupRow) {
             rows.append(view ? describeRow(view) : QJsonObject());
