@@ -7,9 +7,9 @@
 /// A new folder that goes with the object.
 class TemporaryFolder {
 public:
-    TemporaryFolder()
+    explicit TemporaryFolder(std::filesystem::path const& parent = std::filesystem::temp_directory_path())
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "typloom-test-XXXXXX").string();
+        std::string pattern = (parent / "typloom-test-XXXXXX").string();
         m_path = ::mkdtemp(pattern.data());
     }
     ~TemporaryFolder()

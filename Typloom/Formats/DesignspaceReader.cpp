@@ -3,6 +3,7 @@
 #include "Typloom/Formats/DesignspaceParser.h"
 #include "Typloom/Formats/FamilyGlyphSource.h"
 #include "Typloom/Formats/FileReading.h"
+#include "Typloom/Formats/FileTransaction.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/UniqueNames.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
@@ -282,6 +283,9 @@ private:
 Result<std::shared_ptr<TLFont>> TLOpenFamily(std::filesystem::path const& path)
 {
     std::vector<std::string> report;
+    if (auto const recovery = recoverFamily(path); !recovery.sentence.empty()) {
+        report.push_back(recovery.sentence);
+    }
     auto document = readDesignspace(path, report);
     if (!document) {
         return document.error();

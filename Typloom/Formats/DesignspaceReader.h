@@ -4,7 +4,8 @@
 #include "Typloom/TyploomCore/TLFont.h"
 
 /// Opens the family of a designspace file. Reads that file and of each UFO its lists of layers and
-/// glyphs and its metrics; a glyph is read when the font is first asked for it. Writes nothing.
+/// glyphs and its metrics; a glyph is read when the font is first asked for it. Writes
+/// nothing, but for finishing or undoing a save that had been broken off, which the report tells.
 ///
 /// What is partly broken opens with what is good, and the font's report says what is not. An error
 /// (one sentence) when nothing can be shown: no designspace, an axis that can't be placed, no master.

@@ -1,5 +1,7 @@
 #include "Typloom/Formats/FileReading.h"
 
+#include "Typloom/Formats/FileDescriptor.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
@@ -9,28 +11,6 @@
 #include <unistd.h>
 
 namespace {
-
-enum class Links { follow, refuse };
-
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~FileDescriptor()
-    {
-        if (m_descriptor >= 0) {
-            ::close(m_descriptor);
-        }
-    }
-    FileDescriptor(FileDescriptor const&) = delete;
-    FileDescriptor& operator=(FileDescriptor const&) = delete;
-    int get() const { return m_descriptor; }
-
-private:
-    int m_descriptor;
-};
 
 std::string reasonOf(int errorNumber)
 {
@@ -71,11 +51,11 @@ Result<std::string> readWhole(int descriptor, std::size_t size, std::string cons
     return content;
 }
 
-Result<std::string> readFile(std::filesystem::path const& path, std::string const& displayName, Links links)
+Result<std::string> readFile(
+    int folder, char const* path, int linkFlag, std::string const& displayName, FileStamp* stamp)
 {
-    int const flags
-        = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | (links == Links::refuse ? O_NOFOLLOW : 0);
-    FileDescriptor const file(::open(path.c_str(), flags));
+    int const flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | linkFlag;
+    FileDescriptor const file(::openat(folder, path, flags));
     struct stat facts { };
     if (file.get() < 0 || ::fstat(file.get(), &facts) != 0) {
         return FormatError { displayName, 0, reasonOf(errno) };
@@ -90,18 +70,29 @@ Result<std::string> readFile(std::filesystem::path const& path, std::string cons
     if (size > fileSizeLimit) {
         return FormatError { displayName, 0, "it is too large" };
     }
-    return readWhole(file.get(), size, displayName);
+    auto content = readWhole(file.get(), size, displayName);
+    if (stamp && content) {
+        *stamp = makeStamp(facts, *content);
+    }
+    return content;
 }
 
 } // namespace
 
-Result<std::string> readFile(std::filesystem::path const& path, std::string const& displayName)
+Result<std::string> readFile(
+    std::filesystem::path const& path, std::string const& displayName, FileStamp* stamp)
 {
-    return readFile(path, displayName, Links::follow);
+    return readFile(AT_FDCWD, path.c_str(), 0, displayName, stamp);
+}
+
+Result<std::string> readFileAt(
+    int folder, std::string const& name, std::string const& displayName, FileStamp* stamp)
+{
+    return readFile(folder, name.c_str(), O_NOFOLLOW, displayName, stamp);
 }
 
 Result<std::string> readFileInside(std::filesystem::path const& root,
-    std::filesystem::path const& relativePath, std::string const& displayName)
+    std::filesystem::path const& relativePath, std::string const& displayName, FileStamp* stamp)
 {
     bool const leads = relativePath.is_absolute()
         || std::find(relativePath.begin(), relativePath.end(), "..") != relativePath.end();
@@ -111,7 +102,7 @@ Result<std::string> readFileInside(std::filesystem::path const& root,
     auto const path = root / relativePath;
     std::error_code problem;
     if (!std::filesystem::is_symlink(std::filesystem::symlink_status(path, problem))) {
-        return readFile(path, displayName, Links::refuse);
+        return readFile(AT_FDCWD, path.c_str(), O_NOFOLLOW, displayName, stamp);
     }
     auto const target = std::filesystem::canonical(path, problem);
     if (problem) {
@@ -120,7 +111,7 @@ Result<std::string> readFileInside(std::filesystem::path const& root,
     if (!liesInside(target, root)) {
         return FormatError { displayName, 0, "it is a link that leads out of the folder" };
     }
-    return readFile(target, displayName, Links::refuse);
+    return readFile(AT_FDCWD, target.c_str(), O_NOFOLLOW, displayName, stamp);
 }
 
 bool liesInside(std::filesystem::path const& path, std::filesystem::path const& folder)

@@ -3,8 +3,8 @@
 std::string FormatError::sentence() const
 {
     std::string const place = line == 0 ? std::string {} : ", line " + std::to_string(line);
-    return "Cannot read " + (item.empty() ? item : item + " in ") + inQuotes(file) + place + ": " + reason
-        + ".";
+    return "Cannot " + std::string(verb) + " " + (item.empty() ? item : item + " in ") + inQuotes(file)
+        + place + ": " + reason + ".";
 }
 
 std::string inQuotes(std::string_view text)

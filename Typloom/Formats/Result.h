@@ -5,12 +5,13 @@
 #include <utility>
 #include <variant>
 
-/// Why something of a family could not be read.
+/// Why something of a family could not be read or saved.
 struct FormatError {
     std::string file; ///< As a person knows it: relative to the family where it lies in it.
     std::size_t line { 0 }; ///< From 1; 0 when no line can be named.
     std::string reason; ///< A clause without a full stop.
     std::string item {}; ///< What of the file, "glyph 'A'"; empty for the file as a whole.
+    std::string_view verb { "read" }; ///< What could not be done: a literal.
 
     /// "Cannot read glyph 'A' in 'Bold.ufo/glyphs/A_.glif', line 12: the x of <point> is 'nan', which
     /// is no number."
