@@ -127,6 +127,22 @@ TEST_F(TLFontCommandsTest, everythingStandsOnTheDefaultOfANewAxis)
     EXPECT_NE(TLAddAxis(font, "Width", "wdth", { 50, 100, 200 })->axisId(), axis->axisId());
 }
 
+TEST_F(TLFontCommandsTest, aRenamedAxisIsAnotherObjectOfTheSameIdentifier)
+{
+    auto const axis = font->axisForId("w");
+    TLRenameAxis(font, *axis, " ");
+    EXPECT_EQ(font->axisForId("w"), axis);
+    TLRenameAxis(font, *axis, "Gewicht");
+    auto const renamed = font->axisForId("w");
+    EXPECT_NE(renamed, axis) << "rows compare the objects";
+    EXPECT_EQ(renamed->name(), "Gewicht");
+    EXPECT_EQ(renamed->maximum(), 900);
+    EXPECT_EQ(font->history().undoTitle(), "Rename Axis");
+    font->history().undo();
+    EXPECT_FALSE(font->history().canUndo());
+    EXPECT_EQ(font->axisForId("w")->name(), "Weight");
+}
+
 TEST_F(TLFontCommandsTest, axesThatFilesCouldNotHoldAreRefusedWithAReason)
 {
     builder.addAxis("s", "Schr\u00e4ge");

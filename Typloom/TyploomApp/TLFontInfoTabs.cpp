@@ -125,9 +125,7 @@ void TLFontInfoAxesTab::take(std::size_t row, std::size_t, std::string const& te
     if (auto const reason = TLReasonAgainstAxisName(font(), name, axis.get())) {
         return say(reason);
     }
-    font().history().endStep();
-    axis->setName(name);
-    font().history().endStep();
+    TLRenameAxis(state().font(), *axis, name);
 }
 
 void TLFontInfoAxesTab::addAxis()

@@ -262,3 +262,19 @@ std::shared_ptr<TLAxis> TLAddAxis(std::shared_ptr<TLFont> const& font, std::stri
     font->history().endStep();
     return axis;
 }
+
+void TLRenameAxis(std::shared_ptr<TLFont> const& font, TLAxis const& axis, std::string const& name)
+{
+    auto const& axes = font->canonicalAxes();
+    auto const found = std::ranges::find(axes, &axis, [](auto const& candidate) { return candidate.get(); });
+    if (found == axes.end() || name == axis.name() || TLReasonAgainstAxisName(*font, name, &axis)) {
+        return;
+    }
+    auto const index = static_cast<std::size_t>(found - axes.begin());
+    auto state = axis.state();
+    state.name = name;
+    font->history().endStep();
+    font->removeAxis(index);
+    font->insertAxis(std::make_shared<TLAxis>(std::move(state)), index);
+    font->history().endStep();
+}

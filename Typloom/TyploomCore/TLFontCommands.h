@@ -43,3 +43,8 @@ TYPLOOM_API std::optional<std::string> TLReasonAgainstAxisBounds(TLAxisBounds co
 /// there is a reason against its name, tag or bounds.
 TYPLOOM_API std::shared_ptr<TLAxis> TLAddAxis(std::shared_ptr<TLFont> const& font, std::string const& name,
     std::string const& tag, TLAxisBounds const& bounds);
+
+/// Puts another object, of the same identifier, in the place of an axis of the font, with another name: those
+/// who compare the objects see the change. Nothing changes where there is a reason against the name.
+TYPLOOM_API void TLRenameAxis(
+    std::shared_ptr<TLFont> const& font, TLAxis const& axis, std::string const& name);
