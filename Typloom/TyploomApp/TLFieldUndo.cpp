@@ -27,6 +27,10 @@ public:
     /// The toolkit's fields claim these keys always, and know one of the two for redo.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
+        if (event->type() == QEvent::FocusIn) {
+            forgetEarlierTyping(watched, static_cast<QFocusEvent&>(*event).reason());
+            return false;
+        }
         bool const asks = event->type() == QEvent::ShortcutOverride;
         auto* const field
             = asks || event->type() == QEvent::KeyPress ? qobject_cast<QLineEdit*>(watched) : nullptr;
@@ -41,6 +45,18 @@ public:
             isUndo ? field->undo() : field->redo();
         }
         return true;
+    }
+
+private:
+    /// What was typed before the user left the field has long been taken.
+    static void forgetEarlierTyping(QObject* watched, Qt::FocusReason reason)
+    {
+        auto* const field = qobject_cast<QLineEdit*>(watched);
+        bool const wasLeft = reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason
+            && reason != Qt::MenuBarFocusReason;
+        if (field && wasLeft && field->isUndoAvailable()) {
+            field->setText(field->text());
+        }
     }
 };
 

@@ -61,7 +61,7 @@ void TLNumberField::showValue()
 {
     auto const text = textOf(m_value);
     setModified(false);
-    if (text != this->text()) {
+    if (text != this->text() || isUndoAvailable()) { // What has been taken is no longer the field's to undo.
         bool const wasSelected = hasFocus() && selectedText() == this->text();
         setText(text);
         if (wasSelected) {
