@@ -18,7 +18,7 @@ struct NSButtonBacking final : NSViewBacking {
     ~NSButtonBacking() override
     {
         if (widget) {
-            widget->disconnect();
+            QObject::disconnect(button(), &QPushButton::clicked, nullptr, nullptr);
         }
     }
     void attach(NSView& owner) override

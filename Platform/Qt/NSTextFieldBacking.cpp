@@ -28,7 +28,7 @@ NSTextFieldBacking::~NSTextFieldBacking()
     // The widget may live on to the end of the event that it is handling.
     if (widget && field) {
         field->hooks = {};
-        field->disconnect();
+        QObject::disconnect(field, &QLineEdit::textEdited, nullptr, nullptr);
     }
 }
 

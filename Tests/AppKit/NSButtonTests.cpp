@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+
 namespace {
 
 class Button : public testing::Test {
@@ -127,4 +129,16 @@ TEST_F(Button, thatDestroysSomethingSaysSoInRedThatCanBeReadOnLightAndDark)
         button->setEnabled(true);
     }
     QApplication::setPalette(before);
+}
+
+TEST_F(Button, isForgottenByScreenReadersWhenItEndsAndSoIsAField)
+{
+    auto const leavesNothing = [](std::shared_ptr<NSView> view) {
+        auto const id = QAccessible::uniqueId(QAccessible::queryAccessibleInterface(qtWidget(*view)));
+        EXPECT_NE(QAccessible::accessibleInterface(id), nullptr);
+        view.reset();
+        return QAccessible::accessibleInterface(id) == nullptr;
+    };
+    EXPECT_TRUE(leavesNothing(std::make_shared<NSButton>()));
+    EXPECT_TRUE(leavesNothing(std::make_shared<NSTextField>(NSTextField::Kind::field)));
 }
