@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int tallest = 260; ///< Points; then it scrolls.
+constexpr int shortest = 80;
 constexpr int widestName = 130;
 
 QString numberText(double value)
@@ -47,6 +48,11 @@ QSize TLCoordinateForm::sizeHint() const
 {
     auto const content = widget() ? widget()->sizeHint() : QSize();
     return { 120, std::min(content.height(), tallest) };
+}
+
+QSize TLCoordinateForm::minimumSizeHint() const
+{
+    return { 120, std::min(sizeHint().height(), shortest) };
 }
 
 void TLCoordinateForm::show(

@@ -21,6 +21,7 @@ public:
 
 protected:
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 private:
     struct Row {

@@ -17,6 +17,7 @@
 #include "Typloom/TyploomApp/TLSidebar.h"
 #include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomApp/TLStatusStrip.h"
+#include "Typloom/TyploomApp/TLWidthField.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 
@@ -32,6 +33,7 @@ struct TLDocumentWindow::Impl {
     std::shared_ptr<TLDocumentWindowController> windowController;
     std::shared_ptr<TLDocumentEditViewController> editViewController;
     std::unique_ptr<TLStatusStrip> statusStrip;
+    std::unique_ptr<TLWidthField> widthField;
     std::unique_ptr<TLDocumentToolbar> toolbar;
     std::shared_ptr<TLSidebar> sidebar;
     std::unique_ptr<TLLayerActions> layerActions;
@@ -59,13 +61,17 @@ struct TLDocumentWindow::Impl {
         editViewController = std::make_shared<TLDocumentEditViewController>(state, windowController);
         editViewController->init();
         statusStrip = std::make_unique<TLStatusStrip>();
+        widthField = std::make_unique<TLWidthField>(state);
+        statusStrip->addControl(widthField->widget());
         toolbar = std::make_unique<TLDocumentToolbar>(state, lineView());
         toolbar->setText(TLDefaultText(*state->font()));
         state->select({ .location = state->line().objects().size() / 2, .length = 0 });
         sidebar = std::make_shared<TLSidebar>(editViewController);
         layerActions = std::make_unique<TLLayerActions>(state, *window);
         layersPalette = std::make_unique<TLLayersPalette>(state, *layerActions);
-        layersPalette->setCancelHandler([this] { qtWidget(*lineView())->setFocus(); });
+        auto const focusEditView = [this] { qtWidget(*lineView())->setFocus(); };
+        layersPalette->setCancelHandler(focusEditView);
+        widthField->setCancelHandler(focusEditView);
         layOut();
         installMenus();
         follow();
@@ -162,6 +168,7 @@ struct TLDocumentWindow::Impl {
         statusStrip->setReport(report());
         layerActions->update();
         layersPalette->update();
+        widthField->update();
         documentCommands->update();
         window->setWindowModified(state->font()->history().isModified());
     }

@@ -172,6 +172,12 @@ void TLEditState::goToLocation(TLLocation const& location)
     switchToLayer(layer->layerId(), { m_line.selectedRange().location, length });
 }
 
+std::shared_ptr<TLLayer> TLEditState::editableLayer() const
+{
+    bool const canBeEdited = m_activeLayer && !m_previewLayer && !m_activeLayer->problem();
+    return canBeEdited ? m_activeLayer : nullptr;
+}
+
 TLLocation TLEditState::place() const
 {
     if (!m_editedGlyph || m_previewLayer) {

@@ -46,6 +46,9 @@ public:
     std::shared_ptr<TLGlyph> const& editedGlyph() const { return m_editedGlyph; }
     /// The shown layer of the edited glyph, or the layer that stands for its preview.
     std::shared_ptr<TLLayer> const& activeLayer() const { return m_activeLayer; }
+    /// The shown layer of the edited glyph if its drawing can be edited: null on an interpolation, and
+    /// on a layer that could not be read.
+    std::shared_ptr<TLLayer> editableLayer() const;
     /// Whether the edited glyph is drawn as an interpolation and not as one of its layers.
     bool showsInterpolation() const { return m_previewLayer != nullptr; }
     /// Where the edited glyph stands, on every axis that applies to it, in design coordinates.

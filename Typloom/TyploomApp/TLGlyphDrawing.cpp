@@ -124,19 +124,39 @@ void drawNode(CGContext& context, TLPoint const& point, NSPoint place)
     }
 }
 
-void drawNodes(
-    CGContext& context, TLOutline const& outline, TLGlyphTransform const& transform, NSRect visible)
+/// In a colour of its own, since nodes have the accent's, with a rim that parts it from the outline.
+void drawSelectedNode(CGContext& context, TLPoint const& point, NSPoint place)
 {
-    auto const area = visible.insetBy(-smoothNodeSize, -smoothNodeSize);
-    for (bool const handles : { true, false }) {
-        for (auto const& contour : outline.contours) {
-            for (auto const& point : contour.points) {
-                auto const place = transform.toView(point.x, point.y);
-                if (isHandle(point) == handles && area.contains(place)) {
-                    drawNode(context, point, place);
+    constexpr double growth = 2;
+    constexpr NSColor color { 0.92, 0.3, 0.06 };
+    auto const size = (isHandle(point) ? handleSize : smoothNodeSize) + growth;
+    CGPath node;
+    isHandle(point) || point.smooth ? node.addEllipse(centredAt(place, size))
+                                    : node.addRect(centredAt(onPixelGrid(place), size));
+    stroke(context, node, NSColor::textBackgroundColor(), 3);
+    fill(context, node, color);
+}
+
+void drawNodes(CGContext& context, TLOutline const& outline, TLGlyphTransform const& transform,
+    NSRect visible, TLNodeSelection const& selection)
+{
+    auto const area = visible.insetBy(-2 * smoothNodeSize, -2 * smoothNodeSize);
+    auto const draw = [&](bool handles, bool selected) {
+        for (std::size_t contour = 0; contour < outline.contours.size(); ++contour) {
+            auto const& points = outline.contours[contour].points;
+            for (std::size_t index = 0; index < points.size(); ++index) {
+                auto const place = transform.toView(points[index].x, points[index].y);
+                bool const isSelected = !selection.empty() && selection.contains({ contour, index });
+                if (isHandle(points[index]) == handles && isSelected == selected && area.contains(place)) {
+                    isSelected ? drawSelectedNode(context, points[index], place)
+                               : drawNode(context, points[index], place);
                 }
             }
         }
+    };
+    for (bool const selected : { false, true }) {
+        draw(true, selected);
+        draw(false, selected);
     }
 }
 
@@ -160,8 +180,8 @@ void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTra
     fill(context, shape.components, isTinted ? componentColor() : NSColor::labelColor());
 }
 
-void TLDrawEditableGlyph(
-    CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform, NSRect visible)
+void TLDrawEditableGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform,
+    NSRect visible, TLNodeSelection const& selection)
 {
     {
         FontUnits const units(context, transform);
@@ -174,7 +194,17 @@ void TLDrawEditableGlyph(
         return;
     }
     drawHandleLines(context, shape.outline, transform);
-    drawNodes(context, shape.outline, transform, visible);
+    drawNodes(context, shape.outline, transform, visible, selection);
+}
+
+void TLDrawSelectionBox(CGContext& context, NSRect box, TLGlyphTransform const& transform)
+{
+    auto const topLeft = onPixelGrid(transform.toView(box.origin.x, box.maxY()));
+    auto const bottomRight = onPixelGrid(transform.toView(box.maxX(), box.origin.y));
+    CGPath path;
+    path.addRect({ topLeft, { bottomRight.x - topLeft.x, bottomRight.y - topLeft.y } });
+    fill(context, path, NSColor::controlAccentColor().withAlpha(0.1));
+    stroke(context, path, NSColor::controlAccentColor(), 1);
 }
 
 void TLDrawMetrics(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,

@@ -2,6 +2,7 @@
 
 #include "Platform/AppKit/CGContext.h"
 #include "Typloom/TyploomApp/TLGlyphShape.h"
+#include "Typloom/TyploomApp/TLNodeSelection.h"
 #include "Typloom/TyploomCore/TLFontMaster.h"
 
 /// Where font units come to stand in a view: x to the right, y upwards from the baseline.
@@ -10,6 +11,10 @@ struct TLGlyphTransform {
     double scale { 1 }; ///< Points for one font unit.
 
     NSPoint toView(double x, double y) const { return { origin.x + x * scale, origin.y - y * scale }; }
+    NSPoint toUnits(NSPoint place) const
+    {
+        return { (place.x - origin.x) / scale, (origin.y - place.y) / scale };
+    }
 };
 
 /// Whether a glyph's components are told from contours of its own.
@@ -19,10 +24,13 @@ enum class TLComponentFill { likeContours, tinted };
 void TLDrawFilledGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform,
     TLComponentFill componentFill);
 
-/// A glyph on a layer that can be edited: its outline lightly filled, with nodes and handles. Points out
-/// of `visible` (in the view) are left out.
-void TLDrawEditableGlyph(
-    CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform, NSRect visible);
+/// A glyph on a layer that can be edited: its outline lightly filled, with nodes and handles, those that
+/// are selected standing out. Points out of `visible` (in the view) are left out.
+void TLDrawEditableGlyph(CGContext& context, TLGlyphShape const& shape, TLGlyphTransform const& transform,
+    NSRect visible, TLNodeSelection const& selection);
+
+/// A box that is being drawn around points; in font units.
+void TLDrawSelectionBox(CGContext& context, NSRect box, TLGlyphTransform const& transform);
 
 /// The vertical metrics and the side bearings of the edited glyph, in thin lines.
 void TLDrawMetrics(CGContext& context, TLFontMaster::Metrics const& metrics, double advance,

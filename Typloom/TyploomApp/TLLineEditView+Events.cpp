@@ -5,12 +5,13 @@
 
 void TLLineEditView::mouseDown(NSEvent const& event)
 {
-    for (auto const& placed : placedGlyphs()) {
-        if (frameOf(placed).contains(event.locationInView)) {
-            select(event.modifiers.shift ? m_state->line().rangeReaching(placed.index)
-                                         : NSRange { .location = placed.index, .length = 0 });
-            return;
-        }
+    auto const placed = placedGlyphs();
+    auto const found = std::find_if(placed.begin(), placed.end(),
+        [&](PlacedGlyph const& glyph) { return frameOf(glyph).contains(event.locationInView); });
+    auto const index = found == placed.end() ? std::nullopt : std::optional(found->index);
+    if (!pressInEditedGlyph(event, index) && index) {
+        select(event.modifiers.shift ? m_state->line().rangeReaching(*index)
+                                     : NSRange { .location = *index, .length = 0 });
     }
 }
 
@@ -46,6 +47,9 @@ void TLLineEditView::scrollBy(NSPoint delta)
 
 void TLLineEditView::keyDown(NSEvent const& event)
 {
+    if (takeNodeKey(event)) {
+        return;
+    }
     auto const& line = m_state->line();
     auto const range = line.selectedRange();
     auto const count = line.objects().size();

@@ -22,6 +22,7 @@ constexpr double largestScale = 40;
 TLLineEditView::TLLineEditView(std::shared_ptr<TLEditState> state)
     : m_state(std::move(state))
     , m_shapes(m_state->font())
+    , m_nodes(m_state)
 {
     setAcceptsFirstResponder(true, true);
     setAccessibilityLabel("Edit view");
@@ -100,6 +101,7 @@ void TLLineEditView::zoomBy(double factor, NSPoint about)
 void TLLineEditView::documentDidChange()
 {
     m_shapes.clear();
+    m_nodes.settle();
     setNeedsDisplay(true);
 }
 
@@ -200,7 +202,10 @@ void TLLineEditView::drawEditedGlyph(CGContext& context, PlacedGlyph const& plac
     } else if (m_state->showsInterpolation()) {
         TLDrawFilledGlyph(context, *placed.shape, transform, TLComponentFill::tinted);
     } else {
-        TLDrawEditableGlyph(context, *placed.shape, transform, dirty);
+        TLDrawEditableGlyph(context, *placed.shape, transform, dirty, m_nodes.selection());
+        if (auto const box = m_nodes.box()) {
+            TLDrawSelectionBox(context, *box, transform);
+        }
     }
 }
 

@@ -2,10 +2,13 @@
 
 #include "Typloom/TyploomApp/TLEditState.h"
 #include "Typloom/TyploomApp/TLGlyphShape.h"
+#include "Typloom/TyploomApp/TLNodeEditor.h"
 
 class CGContext;
+struct TLGlyphTransform;
 
-/// Draws the line of an edit view around the edited glyph, and takes mouse, wheel and keys.
+/// Draws the line of an edit view around the edited glyph, and takes mouse, wheel and keys. Where the edited
+/// glyph stands on a layer, its nodes and its advance width can be dragged.
 ///
 /// The line hangs on the edited glyph: its centre has a fixed place on screen, whatever its width
 /// does, until the user scrolls or edits another glyph.
@@ -44,8 +47,9 @@ public:
 
     void drawRect(NSRect dirty) override;
     void mouseDown(NSEvent const& event) override;
-    void mouseDragged(NSEvent const&) override { }
-    void mouseUp(NSEvent const&) override { }
+    void mouseDragged(NSEvent const& event) override;
+    void mouseUp(NSEvent const& event) override;
+    void mouseMoved(NSEvent const& event) override;
     void scrollWheel(NSEvent const& event) override;
     void keyDown(NSEvent const& event) override;
     void didChangeFirstResponder() override { setNeedsDisplay(true); }
@@ -64,6 +68,13 @@ private:
     void drawEditedGlyph(CGContext& context, PlacedGlyph const& placed, NSRect dirty) const;
     void drawCursor(CGContext& context) const;
 
+    TLGlyphTransform editedTransform() const;
+    bool pressInEditedGlyph(NSEvent const& event, std::optional<std::size_t> indexThere);
+    bool takeNodeKey(NSEvent const& event);
+    /// Lets the node editor do something; the glyph's origin stays where it is on screen.
+    void edit(std::function<void()> const& change);
+    void showCursorFor(TLNodeEditor::Grip grip);
+
     void moveCursor(std::size_t location);
     void revealEditedGlyph();
     void scrollBy(NSPoint delta);
@@ -73,6 +84,9 @@ private:
     NSPoint m_anchor; ///< Of the edited glyph's centre, from the view's centre, in points.
     std::optional<double> m_zoom; ///< Points for one font unit; none: to fit.
     std::function<void()> m_problemObserver;
+    TLNodeEditor m_nodes;
+    NSPoint m_pressPlace; ///< In the view.
+    bool m_isDrag { false }; ///< Whether the mouse has left the place of the press.
     struct DrawnGlyph {
         std::string name;
         std::optional<TLDrawingProblem> problem;

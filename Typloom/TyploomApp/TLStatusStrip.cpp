@@ -146,6 +146,12 @@ void TLStatusStrip::setOffer(QAction* action)
     m_impl->offerButton->setVisible(action != nullptr);
 }
 
+void TLStatusStrip::addControl(QWidget* control)
+{
+    auto* const layout = static_cast<QHBoxLayout*>(m_impl->widget->layout());
+    layout->insertWidget(layout->indexOf(m_impl->reportButton), control);
+}
+
 std::string TLStatusStrip::text() const
 {
     return fromQString(m_impl->label->text());

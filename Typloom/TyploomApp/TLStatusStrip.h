@@ -22,6 +22,8 @@ public:
     void setCoordinates(std::string const& text);
     /// Beside the text a button that does it; none (null) hides it.
     void setOffer(QAction* action);
+    /// Puts a control at the end of the strip, before the button of the report.
+    void addControl(QWidget* control);
     /// A button tells how many sentences there are, and opens a list of them; hidden when there are none.
     void setReport(std::vector<std::string> sentences);
 
