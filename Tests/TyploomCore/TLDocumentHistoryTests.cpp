@@ -172,7 +172,8 @@ TEST_F(TLDocumentHistoryTest, aReloadedGlyphTakesItsStepsAlong)
 TEST_F(TLDocumentHistoryTest, componentsThatNameAnAxisFollowItsNameAndItsEnd)
 {
     auto outline = triangle(0);
-    auto const middle = builder.addEmptyGlyph("middle"); // Hands values on to "a" and has no axis of that name.
+    auto const middle
+        = builder.addEmptyGlyph("middle"); // Hands values on to "a" and has no axis of that name.
     outline.components = { variableComponent("a", {}) };
     FontBuilder::addMasterLayer(middle, "regular", outline);
     auto const top = builder.addEmptyGlyph("top");
