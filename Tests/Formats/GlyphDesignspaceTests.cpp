@@ -132,10 +132,12 @@ TEST(GlyphDesignspace, sourcesWithoutAPlaceOrALayerAreLeftOutAndReported)
         source("between", "flip", { { "flip", "100" }, { "weight", "500" } })
             + source("lost", "nowhere", { { "flip", "100" } })
             + source("good", "flip", { { "flip", "60" }, { "unknown", "5" } }) + source("late", "flip", {}));
-    EXPECT_THAT(family.intermediateLayers(), testing::ElementsAre("good@light: flip=60 weight=0 101"));
+    EXPECT_THAT(family.intermediateLayers(),
+        testing::ElementsAre("good@light: flip=60 weight=0 101", "late@light: flip=none weight=0 101"));
     EXPECT_THAT(family.font->report(),
         testing::ElementsAre(testing::HasSubstr("'between' of glyph 'A'"), testing::HasSubstr("'nowhere'"),
-            testing::HasSubstr("'unknown', which is none"), testing::HasSubstr("'late' of glyph 'A'")));
+            testing::HasSubstr("'unknown', which is none"),
+            "The source 'late' of glyph 'A' stands where a source of the family stands."));
 }
 
 TEST(GlyphDesignspace, anAxisWithTheNameOfOneOfTheFontHidesIt)
@@ -173,7 +175,7 @@ TEST(GlyphDesignspace, whatCannotBeUsedIsLeftOut)
     auto const document = XmlDocument::parse(FamilyWriter::plist(text), "x");
     ASSERT_TRUE(document);
     std::vector<std::string> report;
-    auto const found = readGlyphDesignspace(*readPlist(*document), "A", report);
+    auto const found = readGlyphDesignspace(*readPlist(*document), nullptr, "A", report);
 
     EXPECT_EQ(found.axes,
         (std::vector<LocalAxis> { { "flip", 0, 0, 100, { "flip" } }, { "off", 0, 5, 5, { "off" } } }));

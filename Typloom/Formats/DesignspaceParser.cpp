@@ -1,6 +1,5 @@
 #include "Typloom/Formats/DesignspaceParser.h"
 
-#include "Typloom/Formats/FileReading.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/XmlDocument.h"
 
@@ -179,6 +178,7 @@ private:
     void readSource(pugi::xml_node node)
     {
         DesignspaceSource source;
+        source.element = m_countOfSourceElements++;
         source.filename = node.attribute("filename").value();
         source.name = node.attribute("name").value();
         source.familyName = node.attribute("familyname").value();
@@ -245,15 +245,16 @@ private:
     std::vector<std::string>& m_report;
     std::map<std::string, AxisMap, std::less<>> m_maps;
     DesignspaceDocument m_result;
+    std::size_t m_countOfSourceElements { 0 };
 };
 
 } // namespace
 
 Result<DesignspaceDocument> readDesignspace(
-    std::filesystem::path const& path, std::vector<std::string>& report)
+    std::filesystem::path const& path, FamilyFiles& files, std::vector<std::string>& report)
 {
     auto const displayName = path.filename().string();
-    auto text = readFile(path, path.string());
+    auto text = files.read(path, path.string());
     if (!text) {
         return text.error();
     }

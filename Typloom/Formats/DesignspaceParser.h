@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Typloom/Formats/AxisMap.h"
+#include "Typloom/Formats/FamilyFiles.h"
 #include "Typloom/Formats/Result.h"
 
 #include <filesystem>
@@ -26,6 +27,7 @@ struct DesignspaceSource {
     /// Design coordinates by axis name, of every axis: the default where the file gives none.
     std::map<std::string, double, std::less<>> location;
     std::size_t line { 0 };
+    std::size_t element { 0 }; ///< Which of the `<source>` elements it is, from 0.
 };
 
 struct DesignspaceDocument {
@@ -37,4 +39,4 @@ struct DesignspaceDocument {
 /// Reads formats 3 to 5.2. What can be left out is left out and gets a sentence in `report`; an
 /// axis that can't be placed, or a source at no number, is an error.
 Result<DesignspaceDocument> readDesignspace(
-    std::filesystem::path const& path, std::vector<std::string>& report);
+    std::filesystem::path const& path, FamilyFiles& files, std::vector<std::string>& report);

@@ -1,7 +1,7 @@
 #include "Typloom/Formats/DesignspaceReader.h"
 
 #include "Typloom/Formats/DesignspaceParser.h"
-#include "Typloom/Formats/FamilyGlyphSource.h"
+#include "Typloom/Formats/FamilyOpener.h"
 #include "Typloom/Formats/FileReading.h"
 #include "Typloom/Formats/FileTransaction.h"
 #include "Typloom/Formats/Numbers.h"
@@ -15,10 +15,18 @@ namespace {
 
 class FamilyOpener {
 public:
-    FamilyOpener(std::filesystem::path const& path, DesignspaceDocument document)
+    FamilyOpener(std::filesystem::path const& path, DesignspaceDocument document,
+        std::shared_ptr<FamilyFiles> files, KnownFamily const& known)
         : m_path(path)
         , m_document(std::move(document))
+        , m_files(std::move(files))
+        , m_knownAxisIds(known.axisIds)
+        , m_knownMasterIds(known.masterIds)
+        , m_ufos(known.ufos)
     {
+        for (auto const& [filename, ids] : m_knownMasterIds) {
+            std::for_each(ids.begin(), ids.end(), [this](auto const& id) { m_identifiers.take(id); });
+        }
     }
 
     Result<std::shared_ptr<TLFont>> open(std::vector<std::string> report)
@@ -60,9 +68,15 @@ private:
     void addAxes()
     {
         UniqueNames identifiers;
+        for (auto const& [name, axisId] : m_knownAxisIds) {
+            identifiers.take(axisId);
+        }
         for (auto const& element : m_document.axes) {
-            auto const axis = std::make_shared<TLAxis>(
-                identifiers.take(element.tag.empty() ? element.name : element.tag), element.name);
+            auto const known = m_knownAxisIds.find(element.name);
+            auto const axis = std::make_shared<TLAxis>(known != m_knownAxisIds.end()
+                    ? known->second
+                    : identifiers.take(element.tag.empty() ? element.name : element.tag),
+                element.name);
             axis->setAxisTag(element.tag.empty() ? std::nullopt : std::optional(element.tag));
             axis->setDefaultValue(element.fallback);
             axis->setBounds(element.minimum, element.maximum);
@@ -108,11 +122,11 @@ private:
         }
         auto const folder = m_path.parent_path();
         auto const path = folder / source.filename;
-        auto opened = Ufo::open(path, source.filename, m_report);
+        auto opened = Ufo::open(path, source.filename, m_report, m_files);
         std::shared_ptr<Ufo const> ufo = opened ? *opened : nullptr;
         if (!ufo) {
             m_report.push_back(opened.error().sentence());
-        } else if (!liesInside(path, folder.empty() ? "." : folder)) {
+        } else if (std::filesystem::exists(path) && !liesInside(path, folder.empty() ? "." : folder)) {
             m_report.push_back("The UFO " + inQuotes(source.filename) + " lies outside the family's folder.");
         }
         m_ufos.emplace(source.filename, ufo);
@@ -134,10 +148,12 @@ private:
         }
         FamilySource source;
         source.kind = element.layer && !isDefault ? TLLayerKind::brace : TLLayerKind::master;
-        source.id = m_identifiers.take(identifierOf(element));
+        source.id = takeIdentifier(element, source.kind);
         source.name = nameOf(element, source.kind, layer == ufo->defaultLayer());
         source.masterId = source.id;
         source.ufo = ufo;
+        source.layerAttribute = element.layer;
+        source.element = element.element;
         source.layer = *layer;
         for (auto const& axis : m_font->axes()) {
             source.coordinates.emplace(axis->axisId(), element.location.find(axis->name())->second);
@@ -146,6 +162,17 @@ private:
             m_defaultId = source.id;
         }
         m_entries.push_back({ std::move(source), &element });
+    }
+
+    std::string takeIdentifier(DesignspaceSource const& element, TLLayerKind kind)
+    {
+        auto const known = m_knownMasterIds.find(element.filename);
+        if (kind != TLLayerKind::master || known == m_knownMasterIds.end() || known->second.empty()) {
+            return m_identifiers.take(identifierOf(element));
+        }
+        auto const id = std::move(known->second.front());
+        known->second.erase(known->second.begin());
+        return id;
     }
 
     /// The same each time the family is opened, as long as its source is not moved.
@@ -252,7 +279,7 @@ private:
         auto const& inUfo = family.sources[reference].ufo->familyName();
         m_font->setFamilyName(!named.empty() ? named : !inUfo.empty() ? inUfo : m_path.stem().string());
         m_font->setPath(m_path);
-        m_font->setGlyphSource(std::make_shared<FamilyGlyphSource>(std::move(family)));
+        m_font->setGlyphSource(std::make_shared<FamilyGlyphSource>(std::move(family), m_files));
         for (auto& sentence : m_report) {
             m_font->addToReport(std::move(sentence));
         }
@@ -272,6 +299,9 @@ private:
     DesignspaceDocument m_document;
     std::shared_ptr<TLFont> m_font { std::make_shared<TLFont>() };
     std::vector<std::string> m_report;
+    std::shared_ptr<FamilyFiles> m_files;
+    std::map<std::string, std::string, std::less<>> m_knownAxisIds;
+    std::map<std::string, std::vector<std::string>, std::less<>> m_knownMasterIds; ///< Those not yet met.
     std::map<std::string, std::shared_ptr<Ufo const>, std::less<>> m_ufos; ///< Null: can't be read.
     std::vector<Entry> m_entries;
     UniqueNames m_identifiers;
@@ -280,15 +310,23 @@ private:
 
 } // namespace
 
-Result<std::shared_ptr<TLFont>> TLOpenFamily(std::filesystem::path const& path)
+Result<std::shared_ptr<TLFont>> openFamily(
+    std::filesystem::path const& path, std::shared_ptr<FamilyFiles> files, KnownFamily const& known)
 {
     std::vector<std::string> report;
-    if (auto const recovery = recoverFamily(path); !recovery.sentence.empty()) {
-        report.push_back(recovery.sentence);
-    }
-    auto document = readDesignspace(path, report);
+    auto document = readDesignspace(path, *files, report);
     if (!document) {
         return document.error();
     }
-    return FamilyOpener(path, std::move(*document)).open(std::move(report));
+    return FamilyOpener(path, std::move(*document), std::move(files), known).open(std::move(report));
+}
+
+Result<std::shared_ptr<TLFont>> TLOpenFamily(std::filesystem::path const& path)
+{
+    auto const recovery = recoverFamily(path);
+    auto opened = openFamily(path, std::make_shared<FamilyFiles>());
+    if (opened && !recovery.sentence.empty()) {
+        (*opened)->addToReport(recovery.sentence);
+    }
+    return opened;
 }

@@ -3,13 +3,45 @@
 #include "Typloom/Formats/CharacterNames.h"
 #include "Typloom/Formats/GlifReader.h"
 #include "Typloom/Formats/GlyphLoader.h"
+#include "Typloom/Formats/VariableComponents.h"
 
 #include <algorithm>
 #include <set>
 
-FamilyGlyphSource::FamilyGlyphSource(Family family)
+FamilyGlyphSource::FamilyGlyphSource(Family family, std::shared_ptr<FamilyFiles> files)
     : m_family(std::move(family))
+    , m_files(std::move(files))
 {
+}
+
+void FamilyGlyphSource::setFamily(Family family)
+{
+    m_family = std::move(family);
+    m_glyphNames.reset();
+    m_namesByCharacter.reset();
+}
+
+std::vector<LayerOrigin> FamilyGlyphSource::originsOf(std::string_view glyphName) const
+{
+    auto const known = m_origins.find(glyphName);
+    return known == m_origins.end() ? std::vector<LayerOrigin> {} : known->second;
+}
+
+void FamilyGlyphSource::setOrigins(std::string const& glyphName, std::vector<LayerOrigin> origins)
+{
+    m_origins.insert_or_assign(glyphName, std::move(origins));
+}
+
+RemovedLayer const* FamilyGlyphSource::removedLayer(
+    std::string const& glyphName, std::string const& layerId) const
+{
+    auto const known = m_removed.find({ glyphName, layerId });
+    return known == m_removed.end() ? nullptr : &known->second;
+}
+
+void FamilyGlyphSource::rememberRemoved(std::string const& glyphName, RemovedLayer layer)
+{
+    m_removed.insert_or_assign({ glyphName, layer.origin.layerId }, std::move(layer));
 }
 
 /// The source whose glyphs tell their characters and their order.
@@ -46,7 +78,10 @@ std::vector<std::string> FamilyGlyphSource::glyphNames() const
 std::shared_ptr<TLGlyph> FamilyGlyphSource::loadGlyph(
     std::shared_ptr<TLFont> const& font, std::string_view name, std::vector<std::string>& report)
 {
-    return GlyphLoader(m_family, font, name, report).load();
+    GlyphLoader loader(m_family, font, name, report);
+    auto glyph = loader.load();
+    setOrigins(std::string(name), loader.origins());
+    return glyph;
 }
 
 std::optional<std::vector<char32_t>> FamilyGlyphSource::unicodesOf(std::string_view glyphName) const
@@ -55,7 +90,7 @@ std::optional<std::vector<char32_t>> FamilyGlyphSource::unicodesOf(std::string_v
     if (!ufo->layers()[layer].fileNames.contains(glyphName)) {
         return std::nullopt;
     }
-    auto const text = ufo->readGlif(layer, glyphName);
+    auto const text = ufo->scanGlif(layer, glyphName);
     return text ? std::optional(findUnicodes(*text)) : std::nullopt;
 }
 
@@ -82,4 +117,45 @@ void FamilyGlyphSource::scanUnicodes()
             m_namesByCharacter->try_emplace(character, name);
         }
     }
+}
+
+namespace {
+
+/// The glyphs of a layer whose files name a library entry.
+void collectNames(Ufo const& ufo, std::size_t layer, std::string_view key, std::set<std::string>& names)
+{
+    for (auto const& [name, file] : ufo.layers()[layer].fileNames) {
+        auto const text
+            = names.contains(name) ? Result<std::string>(std::string {}) : ufo.scanGlif(layer, name);
+        if (text && text->find(key) != std::string::npos) {
+            names.insert(name);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<std::string> FamilyGlyphSource::glyphNamesWithVariableComponents()
+{
+    std::set<std::string> names;
+    std::set<Ufo const*> seen;
+    for (auto const& source : m_family.sources) {
+        if (!seen.insert(source.ufo.get()).second) {
+            continue;
+        }
+        for (std::size_t layer = 0; layer < source.ufo->layers().size(); ++layer) {
+            collectNames(*source.ufo, layer, variableComponentsKey, names);
+        }
+    }
+    return { names.begin(), names.end() };
+}
+
+std::vector<std::string> FamilyGlyphSource::glyphNamesWithOwnDesignSpace()
+{
+    std::set<std::string> names;
+    auto const* source = m_family.defaultSource ? &m_family.sources[*m_family.defaultSource] : nullptr;
+    if (source && source->ufo->defaultLayer()) {
+        collectNames(*source->ufo, *source->ufo->defaultLayer(), glyphDesignspaceKey, names);
+    }
+    return { names.begin(), names.end() };
 }

@@ -12,6 +12,8 @@ struct FamilySource {
     std::shared_ptr<Ufo const> ufo;
     std::size_t layer { 0 };
     TLCoordinates coordinates; ///< Design coordinates on every axis of the font, by identifier.
+    std::optional<std::string> layerAttribute {}; ///< What the designspace names.
+    std::size_t element { 0 }; ///< Which of its `<source>` elements it is, from 0.
 };
 
 struct Family {
@@ -19,15 +21,46 @@ struct Family {
     std::optional<std::size_t> defaultSource;
 };
 
+/// Where a layer of a glyph comes from: the glyph's file in a layer of a UFO. Several layers of a glyph may
+/// come from one file.
+struct LayerOrigin {
+    std::string layerId;
+    std::string ufo; ///< As the designspace names it.
+    std::string ufoLayer;
+    /// Whether it stands where a source of the glyph's own says; else a source of the family says it,
+    /// and for a layer of no source nothing.
+    bool isOfLocalSource { false };
+    bool operator==(LayerOrigin const&) const = default;
+};
+
+/// A layer that a save took out of the files: undone, it comes back as it was.
+struct RemovedLayer {
+    LayerOrigin origin;
+    std::string text;
+};
+
 /// Reads the glyphs of a family from its UFOs, each when it is first needed.
 class FamilyGlyphSource final : public TLGlyphSource {
 public:
-    explicit FamilyGlyphSource(Family family);
+    FamilyGlyphSource(Family family, std::shared_ptr<FamilyFiles> files);
+
+    Family const& family() const { return m_family; }
+    /// After the family's files have changed. Glyphs that were read keep their origins.
+    void setFamily(Family family);
+    std::shared_ptr<FamilyFiles> const& files() const { return m_files; }
+    /// Of the glyph's layers; empty when it has not been read.
+    std::vector<LayerOrigin> originsOf(std::string_view glyphName) const;
+    void setOrigins(std::string const& glyphName, std::vector<LayerOrigin> origins);
+    /// Null when there is no such layer.
+    RemovedLayer const* removedLayer(std::string const& glyphName, std::string const& layerId) const;
+    void rememberRemoved(std::string const& glyphName, RemovedLayer layer);
 
     std::vector<std::string> glyphNames() const override;
     std::shared_ptr<TLGlyph> loadGlyph(std::shared_ptr<TLFont> const& font, std::string_view name,
         std::vector<std::string>& report) override;
     std::optional<std::string> glyphNameForCharacter(char32_t character) override;
+    std::vector<std::string> glyphNamesWithVariableComponents() override;
+    std::vector<std::string> glyphNamesWithOwnDesignSpace() override;
 
 private:
     FamilySource const& reference() const;
@@ -35,6 +68,9 @@ private:
     void scanUnicodes();
 
     Family m_family;
+    std::shared_ptr<FamilyFiles> m_files;
+    TLStringMap<std::vector<LayerOrigin>> m_origins;
+    std::map<std::pair<std::string, std::string>, RemovedLayer> m_removed; ///< By glyph and layer.
     mutable std::optional<std::vector<std::string>> m_glyphNames;
     std::optional<std::unordered_map<char32_t, std::string>> m_namesByCharacter;
 };

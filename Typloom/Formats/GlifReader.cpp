@@ -1,5 +1,6 @@
 #include "Typloom/Formats/GlifReader.h"
 
+#include "Typloom/Formats/GlyphDesignspace.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/VariableComponents.h"
 
@@ -117,21 +118,24 @@ private:
         m_glif.outline.components.push_back(std::move(component));
     }
 
-    /// Reads the two entries that matter here; a library may hold a great deal else.
+    /// Reads the entries that matter here; a library may hold a great deal else.
     void readLibrary(pugi::xml_node dictionary)
     {
         for (auto const key : dictionary.children("key")) {
             std::string_view const name = key.child_value();
-            bool const isDesignspace = name == "com.black-foundry.glyph-designspace";
-            if (!isDesignspace && name != "com.black-foundry.variable-components") {
+            bool const isOfComponents = name == variableComponentsKey;
+            auto* const entry = name == glyphDesignspaceKey ? &m_glif.glyphDesignspace
+                : name == glyphAxesKey                      ? &m_glif.glyphAxes
+                                                            : nullptr;
+            if (!isOfComponents && !entry) {
                 continue;
             }
             auto const node = nextElement(key);
             auto value = readPlistValue(m_document, node);
             if (!value) {
                 m_numbers.fail(node, value.error().reason);
-            } else if (isDesignspace) {
-                m_glif.glyphDesignspace = std::move(*value);
+            } else if (entry) {
+                *entry = std::move(*value);
             } else if (auto const problem = appendVariableComponents(*value, m_glif.outline.components)) {
                 m_numbers.fail(node, *problem);
             }

@@ -8,6 +8,7 @@ struct Glif {
     TLOutline outline; ///< Variable components included, behind the others.
     std::vector<char32_t> unicodes;
     std::optional<PlistValue> glyphDesignspace; ///< The library's entry on the glyph's own axes.
+    std::optional<PlistValue> glyphAxes; ///< That under `glyphAxesKey`.
 };
 
 Result<Glif> readGlif(std::string text, std::string displayName);

@@ -9,8 +9,10 @@ namespace {
 
 class GlyphDesignspaceReader {
 public:
-    GlyphDesignspaceReader(std::string_view glyphName, std::vector<std::string>& report)
-        : m_glyph("glyph " + inQuotes(glyphName))
+    GlyphDesignspaceReader(
+        PlistValue const* identities, std::string_view glyphName, std::vector<std::string>& report)
+        : m_identities(identities)
+        , m_glyph("glyph " + inQuotes(glyphName))
         , m_report(report)
     {
     }
@@ -68,16 +70,24 @@ private:
         if (fallback != *given) {
             note(what, "has a default outside its range, which was brought to " + describeNumber(fallback));
         }
-        auto const name = fullName.substr(0, std::max<std::size_t>(fullName.find('*'), 1));
+        bool const isWhole = m_identities && m_identities->find(fullName);
+        auto const name = isWhole ? fullName : baseAxisName(fullName);
         auto const known = std::find_if(m_result.axes.begin(), m_result.axes.end(),
             [&name](LocalAxis const& axis) { return axis.name == name; });
         if (known == m_result.axes.end()) {
-            m_result.axes.push_back({ name, *minimum, fallback, *maximum, { fullName } });
+            m_result.axes.push_back({ name, *minimum, fallback, *maximum, { fullName }, identifier(name) });
         } else if (std::find(known->parts.begin(), known->parts.end(), fullName) != known->parts.end()) {
             note(what, "is there more than once; only the first counts");
         } else {
             known->parts.push_back(fullName);
         }
+    }
+
+    std::optional<std::string> identifier(std::string const& axisName) const
+    {
+        auto const* identity = m_identities ? m_identities->find(axisName) : nullptr;
+        auto axisId = identity ? text(*identity, "id") : std::string {};
+        return axisId.empty() ? std::nullopt : std::optional(std::move(axisId));
     }
 
     void readSource(PlistValue const& entry)
@@ -86,20 +96,31 @@ private:
         if (auto layerName = text(entry, "layername"); !layerName.empty()) {
             source.layerName = std::move(layerName);
         }
-        auto const* location = entry.find("location");
-        if (location && location->dictionary()) {
-            for (auto const& [axisName, value] : *location->dictionary()) {
-                auto const number = coordinate(&value);
-                if (!number) {
-                    return note("source " + inQuotes(source.name),
-                        "has no number on axis " + inQuotes(axisName) + " and is left out");
-                }
-                source.location.emplace(axisName, *number);
-            }
+        if (readLocation(source.name, entry.find("location"), source.location)
+            && readLocation(source.name, entry.find(hiddenLocationKey), source.hiddenLocation)) {
+            m_result.sources.push_back(std::move(source));
         }
-        m_result.sources.push_back(std::move(source));
     }
 
+    bool readLocation(std::string const& sourceName, PlistValue const* entry,
+        std::map<std::string, double, std::less<>>& location)
+    {
+        if (!entry || !entry->dictionary()) {
+            return true;
+        }
+        for (auto const& [axisName, value] : *entry->dictionary()) {
+            auto const number = coordinate(&value);
+            if (!number) {
+                note("source " + inQuotes(sourceName),
+                    "has no number on axis " + inQuotes(axisName) + " and is left out");
+                return false;
+            }
+            location.emplace(axisName, *number);
+        }
+        return true;
+    }
+
+    PlistValue const* m_identities;
     std::string m_glyph;
     std::vector<std::string>& m_report;
     GlyphDesignspace m_result;
@@ -107,8 +128,18 @@ private:
 
 } // namespace
 
-GlyphDesignspace readGlyphDesignspace(
-    PlistValue const& entry, std::string_view glyphName, std::vector<std::string>& report)
+GlyphDesignspace readGlyphDesignspace(PlistValue const& entry, PlistValue const* identities,
+    std::string_view glyphName, std::vector<std::string>& report)
 {
-    return GlyphDesignspaceReader(glyphName, report).read(entry);
+    return GlyphDesignspaceReader(identities, glyphName, report).read(entry);
+}
+
+std::string derivedAxisId(std::string_view glyphName, std::string_view axisName)
+{
+    return std::string(glyphName) + "/" + std::string(axisName);
+}
+
+std::string baseAxisName(std::string_view entryName)
+{
+    return std::string(entryName.substr(0, std::max<std::size_t>(entryName.find('*'), 1)));
 }

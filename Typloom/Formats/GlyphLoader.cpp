@@ -1,5 +1,7 @@
 #include "Typloom/Formats/GlyphLoader.h"
 
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
+
 #include <algorithm>
 
 GlyphLoader::GlyphLoader(Family const& family, std::shared_ptr<TLFont> font, std::string_view name,
@@ -47,7 +49,7 @@ Result<Glif> const& GlyphLoader::glif(Ufo const& ufo, std::size_t layer)
     return m_glifs.emplace(key, std::move(result)).first->second;
 }
 
-void GlyphLoader::addLayer(TLLayer::Data data, Ufo const& ufo, std::size_t layer)
+void GlyphLoader::addLayer(TLLayer::Data data, Ufo const& ufo, std::size_t layer, bool isOfLocalSource)
 {
     auto const& content = glif(ufo, layer);
     if (content) {
@@ -56,6 +58,7 @@ void GlyphLoader::addLayer(TLLayer::Data data, Ufo const& ufo, std::size_t layer
         data.problem = content.error().sentence();
     }
     data.layerId = m_layerIds.take(data.layerId);
+    m_origins.push_back({ data.layerId, ufo.displayName(), ufo.layers()[layer].name, isOfLocalSource });
     m_glyph->insertLayer(std::make_shared<TLLayer>(std::make_shared<TLLayer::Data>(std::move(data))));
 }
 
@@ -103,7 +106,8 @@ void GlyphLoader::addGlyphDesignspace()
     if (!content || !content->glyphDesignspace) {
         return;
     }
-    auto const designspace = readGlyphDesignspace(*content->glyphDesignspace, m_name, m_report);
+    auto const* identities = content->glyphAxes ? &*content->glyphAxes : nullptr;
+    auto const designspace = readGlyphDesignspace(*content->glyphDesignspace, identities, m_name, m_report);
     for (auto const& axis : designspace.axes) {
         addAxis(axis);
     }
@@ -112,23 +116,36 @@ void GlyphLoader::addGlyphDesignspace()
     }
 }
 
-void GlyphLoader::addAxis(LocalAxis const& local)
+/// That which the file keeps, else one made of the names.
+std::string GlyphLoader::axisIdFor(LocalAxis const& local) const
 {
-    std::string axisId = m_name + "/" + local.name;
-    while (m_font && m_font->axisForId(axisId)) {
+    auto const isTaken = [this](std::string const& axisId) {
+        return (m_font && m_font->axisForId(axisId))
+            || std::any_of(m_ownAxes.begin(), m_ownAxes.end(),
+                [&axisId](OwnAxis const& other) { return other.axis->axisId() == axisId; });
+    };
+    if (local.axisId && !isTaken(*local.axisId)) {
+        return *local.axisId;
+    }
+    auto axisId = derivedAxisId(m_name, local.name);
+    while (isTaken(axisId)) {
         axisId += "'";
     }
+    return axisId;
+}
+
+void GlyphLoader::addAxis(LocalAxis const& local)
+{
+    auto const axisId = axisIdFor(local);
     auto const axis = std::make_shared<TLAxis>(axisId, local.name);
     axis->setDefaultValue(local.fallback);
     axis->setBounds(local.minimum, local.maximum);
     if (local.parts.size() > 1) {
-        axis->setPartIds([&] {
-            std::vector<std::string> ids;
-            for (auto const& part : local.parts) {
-                ids.push_back(m_name + "/" + part);
-            }
-            return ids;
-        }());
+        std::vector<std::string> ids;
+        for (auto const& part : local.parts) {
+            ids.push_back(axisId + part.substr(local.name.size()));
+        }
+        axis->setPartIds(std::move(ids));
     }
     m_glyph->insertObjectInAxesAtIndex(axis, m_glyph->countOfAxes());
     m_ownAxes.push_back({ axis, local });
@@ -164,9 +181,11 @@ TLCoordinates GlyphLoader::fontCoordinates(LocalSource const& local)
             rest.erase(part);
         }
     }
-    for (auto const& axis : m_font ? m_font->canonicalAxes() : std::vector<std::shared_ptr<TLAxis>> {}) {
-        auto const entry = rest.find(axis->name());
-        coordinates.emplace(axis->axisId(), entry == rest.end() ? axis->defaultValue() : entry->second);
+    rest.insert(local.hiddenLocation.begin(), local.hiddenLocation.end());
+    // The files know the axes by the names under which they were saved.
+    for (auto const& axis : m_font ? m_font->history().savedFont().axes : std::vector<TLAxisState> {}) {
+        auto const entry = rest.find(axis.name);
+        coordinates.emplace(axis.axisId, entry == rest.end() ? axis.defaultValue : entry->second);
         if (entry != rest.end()) {
             rest.erase(entry);
         }
@@ -194,6 +213,16 @@ FamilySource const* GlyphLoader::sourceAt(
     return found;
 }
 
+bool GlyphLoader::isAtDefaults(TLCoordinates const& own) const
+{
+    return std::all_of(m_ownAxes.begin(), m_ownAxes.end(), [&own](OwnAxis const& axis) {
+        auto const entry = own.find(axis.axis->axisId());
+        return (entry == own.end() || entry->second == axis.axis->defaultValue())
+            && std::none_of(axis.axis->partIds().begin(), axis.axis->partIds().end(),
+                [&own](std::string const& partId) { return own.contains(partId); });
+    });
+}
+
 void GlyphLoader::addLocalSource(LocalSource const& local, std::size_t index)
 {
     auto coordinates = fontCoordinates(local);
@@ -211,18 +240,12 @@ void GlyphLoader::addLocalSource(LocalSource const& local, std::size_t index)
         return;
     }
     auto const own = ownCoordinates(local);
-    bool const isAtDefaults = std::all_of(m_ownAxes.begin(), m_ownAxes.end(), [&own](OwnAxis const& axis) {
-        auto const entry = own.find(axis.axis->axisId());
-        return (entry == own.end() || entry->second == axis.axis->defaultValue())
-            && std::none_of(axis.axis->partIds().begin(), axis.axis->partIds().end(),
-                [&own](std::string const& partId) { return own.contains(partId); });
-    });
-    if (isAtDefaults) {
+    if (isAtDefaults(own) && hasGlyph(*source->ufo, source->layer)) {
         // It stands where a source of the family does, and is usually that very layer.
-        if (*layer != source->layer) {
-            m_report.push_back(what(local) + " is left out: a source of the family stands at its place.");
+        if (*layer == source->layer) {
+            return;
         }
-        return;
+        m_report.push_back(what(local) + " stands where a source of the family stands.");
     }
     TLLayer::Data data;
     data.layerId = "glyph source " + (local.name.empty() ? std::to_string(index + 1) : local.name);
@@ -231,7 +254,7 @@ void GlyphLoader::addLocalSource(LocalSource const& local, std::size_t index)
     data.name = local.name.empty() ? source->ufo->layers()[*layer].name : local.name;
     data.coordinates = std::move(coordinates);
     data.coordinates.insert(own.begin(), own.end());
-    addLayer(std::move(data), *source->ufo, *layer);
+    addLayer(std::move(data), *source->ufo, *layer, true);
 }
 
 /// Sketches and backgrounds: the layers of the masters' UFOs that stand nowhere.

@@ -12,6 +12,8 @@ public:
         std::vector<std::string>& report);
     /// Null when the family has no such glyph, or nothing of it can be read.
     std::shared_ptr<TLGlyph> load();
+    /// Of the layers that the glyph got.
+    std::vector<LayerOrigin> const& origins() const { return m_origins; }
 
 private:
     using LayerKey = std::pair<Ufo const*, std::size_t>;
@@ -24,12 +26,14 @@ private:
 
     Result<Glif> const& glif(Ufo const& ufo, std::size_t layer);
     bool hasGlyph(Ufo const& ufo, std::size_t layer) const;
-    void addLayer(TLLayer::Data data, Ufo const& ufo, std::size_t layer);
+    void addLayer(TLLayer::Data data, Ufo const& ufo, std::size_t layer, bool isOfLocalSource = false);
     void addFamilySources();
     void readUnicodes();
     void addGlyphDesignspace();
+    std::string axisIdFor(LocalAxis const& local) const;
     void addAxis(LocalAxis const& local);
     void addLocalSource(LocalSource const& local, std::size_t index);
+    bool isAtDefaults(TLCoordinates const& own) const;
     TLCoordinates ownCoordinates(LocalSource const& local) const;
     TLCoordinates fontCoordinates(LocalSource const& local);
     FamilySource const* sourceAt(TLCoordinates const& fontCoordinates, LocalSource const& local) const;
@@ -44,4 +48,5 @@ private:
     std::vector<OwnAxis> m_ownAxes;
     std::map<LayerKey, Result<Glif>> m_glifs; ///< Those that were read; layers can stand at several places.
     UniqueNames m_layerIds;
+    std::vector<LayerOrigin> m_origins;
 };

@@ -1,5 +1,6 @@
 #include "Typloom/Formats/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -35,4 +36,15 @@ std::string describeNumber(double number)
     auto const written = isWhole ? std::to_chars(buffer.data(), end, static_cast<std::int64_t>(number))
                                  : std::to_chars(buffer.data(), end, number);
     return { buffer.data(), written.ptr };
+}
+
+std::string describeCharacter(char32_t character)
+{
+    std::array<char, 16> buffer {};
+    auto const written = std::to_chars(
+        buffer.data(), buffer.data() + buffer.size(), static_cast<std::uint32_t>(character), 16);
+    std::string digits(buffer.data(), written.ptr);
+    std::transform(digits.begin(), digits.end(), digits.begin(),
+        [](char digit) { return digit >= 'a' ? char(digit - 'a' + 'A') : digit; });
+    return std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
 }

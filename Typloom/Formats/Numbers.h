@@ -16,5 +16,8 @@ std::optional<char32_t> parseCharacter(std::string_view hexadecimal);
 /// no exponent, which many programs would not take, and no sign when it is zero.
 std::string describeNumber(double number);
 
+/// At least four hexadecimal digits, which `parseCharacter` reads.
+std::string describeCharacter(char32_t character);
+
 /// Coordinates beyond this cannot be told apart to a tenth any more and are not taken.
 inline constexpr double largestCoordinate = 1e15;

@@ -21,21 +21,31 @@ bool isFileName(std::string_view name)
     return !name.empty() && name != "." && name != ".." && name.find_first_of("/\\") == name.npos;
 }
 
-} // namespace
-
-Result<std::shared_ptr<Ufo>> Ufo::open(
-    std::filesystem::path folder, std::string displayName, std::vector<std::string>& report)
+std::optional<FormatError> whyNoUfo(Ufo const& ufo)
 {
-    std::shared_ptr<Ufo> ufo(new Ufo(std::move(folder), std::move(displayName)));
     std::error_code problem;
-    auto const status = std::filesystem::status(ufo->m_folder, problem);
+    auto const status = std::filesystem::status(ufo.folder(), problem);
     if (!std::filesystem::exists(status)) {
-        return FormatError { ufo->m_displayName, 0, "there is no such UFO" };
+        return FormatError { ufo.displayName(), 0, "there is no such UFO" };
     }
     if (!std::filesystem::is_directory(status)) {
-        bool const isZip = ufo->m_folder.extension() == ".ufoz";
-        return FormatError { ufo->m_displayName, 0,
+        bool const isZip = ufo.folder().extension() == ".ufoz";
+        return FormatError { ufo.displayName(), 0,
             isZip ? "packed UFOs can't be read, unpack it first" : "it is no UFO, which is a folder" };
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Result<std::shared_ptr<Ufo>> Ufo::open(std::filesystem::path folder, std::string displayName,
+    std::vector<std::string>& report, std::shared_ptr<FamilyFiles> files)
+{
+    std::shared_ptr<Ufo> ufo(new Ufo(std::move(folder), std::move(displayName), std::move(files)));
+    if (!ufo->m_files->exists(ufo->m_folder / "metainfo.plist")) {
+        if (auto const error = whyNoUfo(*ufo)) {
+            return *error;
+        }
     }
     if (auto const error = ufo->readVersion(report)) {
         return *error;
@@ -54,7 +64,7 @@ std::string Ufo::nameOf(std::filesystem::path const& relativePath) const
 
 Result<PlistValue> Ufo::readPlistFile(std::filesystem::path const& relativePath) const
 {
-    auto text = readFileInside(m_folder, relativePath, nameOf(relativePath));
+    auto text = m_files->readInside(m_folder, relativePath, nameOf(relativePath));
     if (!text) {
         return text.error();
     }
@@ -157,8 +167,7 @@ void Ufo::addLayer(std::string name, std::string directory, std::vector<std::str
 
 void Ufo::readInfo(std::vector<std::string>& report)
 {
-    std::error_code problem;
-    if (!std::filesystem::exists(m_folder / "fontinfo.plist", problem)) {
+    if (!m_files->exists(m_folder / "fontinfo.plist")) {
         return;
     }
     auto const information = readPlistFile("fontinfo.plist");
@@ -204,8 +213,7 @@ std::optional<std::size_t> Ufo::layerNamed(std::string_view name) const
 
 std::vector<std::string> Ufo::readGlyphOrder(std::vector<std::string>& report) const
 {
-    std::error_code problem;
-    if (!std::filesystem::exists(m_folder / "lib.plist", problem)) {
+    if (!m_files->exists(m_folder / "lib.plist")) {
         return {};
     }
     auto const library = readPlistFile("lib.plist");
@@ -237,6 +245,21 @@ Result<std::string> Ufo::readGlif(std::size_t layer, std::string_view glyphName)
     if (file == m_layers[layer].fileNames.end()) {
         return FormatError { displayName, 0, "the layer has no such glyph" };
     }
-    return readFileInside(
+    return m_files->readInside(
         m_folder, std::filesystem::path(m_layers[layer].directory) / file->second, displayName);
+}
+
+Result<std::string> Ufo::scanGlif(std::size_t layer, std::string_view glyphName) const
+{
+    auto const file = m_layers[layer].fileNames.find(glyphName);
+    if (file == m_layers[layer].fileNames.end()) {
+        return FormatError { glifDisplayName(layer, glyphName), 0, "the layer has no such glyph" };
+    }
+    return readFileInside(m_folder, std::filesystem::path(m_layers[layer].directory) / file->second,
+        glifDisplayName(layer, glyphName));
+}
+
+std::filesystem::path Ufo::glifPath(std::size_t layer, std::string_view glyphName) const
+{
+    return m_folder / m_layers[layer].directory / m_layers[layer].fileNames.find(glyphName)->second;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <tuple>
 
 namespace {
 
@@ -96,4 +97,27 @@ std::optional<std::string> appendVariableComponents(
         components.push_back(std::move(component));
     }
     return std::nullopt;
+}
+
+PlistValue transformationEntry(Matrix const& matrix)
+{
+    auto const& [a, b, c, d, x, y] = matrix;
+    double const degrees = 180 / std::numbers::pi;
+    double const scaleX = b == 0 ? a : std::hypot(a, b);
+    double const skew = scaleX == 0 ? 0 : std::atan((a * c + b * d) / (scaleX * scaleX)) * degrees;
+    std::tuple<char const*, double, double> const fields[] {
+        { "translateX", x, 0 },
+        { "translateY", y, 0 },
+        { "rotation", b == 0 ? 0 : std::atan2(b, a) * degrees, 0 },
+        { "scaleX", scaleX, 1 },
+        { "scaleY", b == 0 ? d : (a * d - b * c) / scaleX, 1 },
+        { "skewX", skew, 0 },
+    };
+    PlistValue::Dictionary entries;
+    for (auto const& [key, value, fallback] : fields) {
+        if (value != fallback) {
+            entries.emplace(key, PlistValue { value + 0.0 });
+        }
+    }
+    return { std::move(entries) };
 }

@@ -20,7 +20,13 @@ struct DecomposedTransformation {
     std::array<double, 6> matrix() const;
 };
 
-/// Reads the library entry "com.black-foundry.variable-components" and appends its components.
+inline constexpr std::string_view variableComponentsKey = "com.black-foundry.variable-components";
+
+/// Reads that library entry and appends its components.
 /// A clause on what is wrong with it, none when all is well.
 std::optional<std::string> appendVariableComponents(
     PlistValue const& entry, std::vector<TLComponent>& components);
+
+/// The library's dictionary for a transformation, without what is at its default; empty for none at all.
+/// The centre is never used.
+PlistValue transformationEntry(std::array<double, 6> const& matrix);

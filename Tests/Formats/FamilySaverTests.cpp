@@ -1,0 +1,315 @@
+#include "Typloom/Formats/FamilySaver.h"
+
+#include "Tests/Support/DocumentText.h"
+#include "Tests/Support/FamilyCopy.h"
+#include "Tests/Support/FaultyFileSystem.h"
+#include "Typloom/Formats/DesignspaceReader.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
+#include "Typloom/TyploomCore/TLFontCommands.h"
+#include "Typloom/TyploomCore/TLLayerCommands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Kind = TLSaveOutcome::Kind;
+
+namespace {
+
+std::filesystem::path const skarvane
+    = std::filesystem::path(SOURCE_FOLDER) / "Fonts/Skarvane/Skarvane.designspace";
+
+/// A family that is edited, saved and opened again.
+class FamilySaver : public testing::Test {
+protected:
+    FamilyCopy copy { skarvane };
+    std::shared_ptr<TLFont> font { *TLOpenFamily(copy.path()) };
+    std::map<std::string, std::string> original { copy.files() };
+
+    std::shared_ptr<TLGlyph> glyph(std::string const& name) const { return font->glyphForName(name); }
+
+    std::shared_ptr<TLAxis> addAxis(std::string const& glyphName, std::string const& name) const
+    {
+        auto const axis = std::make_shared<TLAxis>();
+        axis->setName(name);
+        glyph(glyphName)->insertObjectInAxesAtIndex(axis, glyph(glyphName)->countOfAxes());
+        return axis;
+    }
+
+    std::shared_ptr<TLLayer> addLayer(std::string const& glyphName, TLLocation const& place) const
+    {
+        auto const added
+            = TLAddIntermediateLayer(*glyph(glyphName), place, font->defaultFontMaster(nullptr)->id());
+        EXPECT_NE(added.layer, nullptr) << added.problem;
+        return added.layer;
+    }
+
+    static void moveNode(TLLayer& layer, double distance)
+    {
+        auto outline = layer.outline();
+        outline.contours.front().points.front().x += distance;
+        layer.setOutline(std::move(outline));
+    }
+
+    std::string axisId(std::string const& name) const
+    {
+        auto const& axes = font->axes();
+        return (*std::find_if(axes.begin(), axes.end(), [&](auto const& axis) {
+            return axis->name() == name;
+        }))->axisId();
+    }
+
+    /// Saves, and opens the files again: they hold what the document holds.
+    void saveAndCompare()
+    {
+        auto const outcome = TLSaveFamily(font);
+        ASSERT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
+        EXPECT_FALSE(font->history().isModified());
+        auto const again = TLOpenFamily(copy.path());
+        ASSERT_TRUE(again) << again.error().sentence();
+        EXPECT_EQ(textOf(**again), textOf(*font));
+        EXPECT_THAT((*again)->report(), ElementsAre());
+        EXPECT_THAT(font->report(), ElementsAre());
+    }
+
+    /// The files that are not as they were; folders are left out.
+    std::vector<std::string> changedFiles() const
+    {
+        std::vector<std::string> changed;
+        auto now = copy.files();
+        for (auto const& [path, content] : now) {
+            auto const before = original.find(path);
+            if (path.find('.') != std::string::npos && (before == original.end() || before->second != content)
+                && !content.empty()) {
+                changed.push_back(path);
+            }
+        }
+        for (auto const& [path, content] : original) {
+            if (!now.contains(path)) {
+                changed.push_back("gone: " + path);
+            }
+        }
+        return changed;
+    }
+
+    std::vector<std::string> changedLines(std::string const& path) const
+    {
+        return lineDifference(original.at(path), copy.text(path));
+    }
+};
+
+} // namespace
+
+TEST_F(FamilySaver, writesNothingWithoutAChange)
+{
+    auto const times = copy.times();
+    for (auto const& name : font->glyphNames()) {
+        glyph(name);
+    }
+    EXPECT_EQ(TLSaveFamily(font).kind, Kind::nothingToSave);
+    moveNode(*glyph("n")->layers().begin()->second, 10);
+    moveNode(*glyph("n")->layers().begin()->second, -10);
+    EXPECT_EQ(TLSaveFamily(font).kind, Kind::nothingToSave);
+    EXPECT_EQ(copy.times(), times);
+    EXPECT_EQ(copy.files(), original);
+}
+
+TEST_F(FamilySaver, movesANodeByItsNumbersAlone)
+{
+    auto const layer = glyph("n")->layers().begin()->second;
+    auto outline = layer->outline();
+    auto const before = outline.contours.front().points[1];
+    outline.contours.front().points[1].x += 0.5;
+    outline.advance = 777;
+    layer->setOutline(outline);
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), ElementsAre("Skarvane-Regular.ufo/glyphs/n.glif"));
+    auto const lines = changedLines("Skarvane-Regular.ufo/glyphs/n.glif");
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines[1], "+<advance width=\"777\"/>");
+    EXPECT_THAT(lines[3], HasSubstr(".5\""));
+
+    font->history().undo();
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+}
+
+TEST_F(FamilySaver, addsAnAxisAndALayerOfTheGlyphsOwn)
+{
+    auto const axis = addAxis("n", "Größe & <Form>");
+    auto const layer = addLayer("n", { { axis->axisId(), 0.0 } });
+    EXPECT_TRUE(TLSetLayerCoordinate(*layer, axis->axisId(), 80));
+    moveNode(*layer, 30);
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(),
+        ElementsAre("Skarvane-Regular.ufo/glyphs.G_röße & _F_orm_=80/contents.plist",
+            "Skarvane-Regular.ufo/glyphs.G_röße & _F_orm_=80/n.glif", "Skarvane-Regular.ufo/glyphs/n.glif",
+            "Skarvane-Regular.ufo/layercontents.plist"));
+    for (auto const& line : changedLines("Skarvane-Regular.ufo/glyphs/n.glif")) {
+        EXPECT_EQ(line.front(), '+') << line;
+    }
+    auto const again = (*TLOpenFamily(copy.path()))->glyphForName("n");
+    ASSERT_EQ(again->countOfAxes(), 1U);
+    EXPECT_EQ(again->axes().front()->axisId(), axis->axisId());
+    EXPECT_EQ(again->axes().front()->maximum(), 80);
+
+    while (font->history().canUndo()) {
+        font->history().undo();
+    }
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+    while (font->history().canRedo()) {
+        font->history().redo();
+    }
+    saveAndCompare();
+}
+
+TEST_F(FamilySaver, addsMovesAndDeletesLayersOnTheFontsAxes)
+{
+    auto const weight = axisId("Weight");
+    auto const width = axisId("Width");
+    auto const layer = addLayer("n", { { weight, 100.0 }, { width, 110.0 } });
+    moveNode(*layer, 12);
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), Contains("Skarvane.designspace"));
+    for (auto const& line : changedLines("Skarvane.designspace")) {
+        EXPECT_EQ(line.front(), '+') << line;
+    }
+    // Where a source without the glyph stands, the glyph joins it.
+    addLayer("o", { { weight, 100.0 }, { width, 110.0 } });
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), Contains(HasSubstr("/o.glif")));
+
+    EXPECT_TRUE(TLSetLayerCoordinate(*layer, weight, 90));
+    saveAndCompare();
+    TLDeleteLayer(*layer);
+    font->history().endStep();
+    TLDeleteLayer(*glyph("o")->layers().entries().back().second);
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+    font->history().undo();
+    saveAndCompare();
+    while (font->history().canUndo()) {
+        font->history().undo();
+    }
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+}
+
+TEST_F(FamilySaver, carriesARenamedAndADeletedAxis)
+{
+    auto const axis = glyph("a")->axes().front();
+    auto const axisId = axis->axisId();
+    axis->setName("Curl");
+    saveAndCompare();
+    auto const holder = "Skarvane-Regular.ufo/glyphs/a.glif";
+    EXPECT_THAT(changedFiles(), Contains(holder));
+    EXPECT_THAT(changedLines(holder), Contains("+<key>Curl</key>"));
+    EXPECT_EQ((*TLOpenFamily(copy.path()))->glyphForName("a")->axes().front()->axisId(), axisId);
+
+    font->history().undo();
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+
+    glyph("a")->removeObjectFromAxesAtIndex(1);
+    for (auto const& [layerId, layer] : glyph("a")->layers()) {
+        auto coordinates = layer->coordinates();
+        coordinates.erase("a/Bowl");
+        layer->setCoordinates(coordinates);
+    }
+    auto const outcome = TLSaveFamily(font);
+    ASSERT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
+    EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
+    EXPECT_THAT(copy.text(holder), testing::Not(HasSubstr("Bowl")));
+    font->history().undo();
+    saveAndCompare();
+    EXPECT_EQ(copy.files(), original);
+}
+
+TEST_F(FamilySaver, sayWhatWasChangedByAnotherProgramAndKeepsItWhenTold)
+{
+    std::string const file = "Skarvane-Regular.ufo/glyphs/n.glif";
+    moveNode(*glyph("n")->layers().begin()->second, 10);
+    copy.replace(file, "</outline>", "</outline>\n  <note>Of another program</note>");
+    auto const theirs = copy.files();
+    auto outcome = TLSaveFamily(font);
+    EXPECT_EQ(outcome.kind, Kind::changedByOthers);
+    EXPECT_THAT(outcome.files, ElementsAre(file));
+    EXPECT_EQ(outcome.sentence, "'" + file + "' was changed by another program.");
+    EXPECT_EQ(copy.files(), theirs);
+    EXPECT_TRUE(font->history().isModified());
+
+    outcome = TLSaveFamily(font, { .overwriteForeignChanges = true });
+    EXPECT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
+    EXPECT_THAT(copy.text(file), HasSubstr("Of another program"));
+    EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
+}
+
+TEST_F(FamilySaver, leavesFamilyAndDocumentAsTheyWereWhereverItFails)
+{
+    addLayer("n", { { axisId("Weight"), 100.0 } });
+    auto const edited = textOf(*font, { "n" });
+    int failures = 0;
+    for (int call = 1;; ++call) {
+        FaultyFileSystem fileSystem(call, FaultyFileSystem::Fault::once, ENOSPC);
+        auto const outcome = TLSaveFamily(font, {}, fileSystem);
+        EXPECT_EQ(textOf(*font, { "n" }), edited);
+        if (outcome.kind == Kind::saved) {
+            break;
+        }
+        ++failures;
+        EXPECT_EQ(outcome.kind, Kind::failed);
+        EXPECT_THAT(outcome.sentence, HasSubstr("the disk is full"));
+        EXPECT_TRUE(font->history().isModified());
+        EXPECT_EQ(copy.files(), original) << call;
+    }
+    EXPECT_GT(failures, 10);
+    EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
+}
+
+TEST_F(FamilySaver, asksBeforeItWritesOutsideTheFamily)
+{
+    TemporaryFolder const elsewhere;
+    auto const outside = elsewhere.path() / "Elsewhere.ufo";
+    std::filesystem::rename(copy.folder() / "Skarvane-Thin.ufo", outside);
+    std::filesystem::create_directory_symlink(outside, copy.folder() / "Skarvane-Thin.ufo");
+    font = *TLOpenFamily(copy.path());
+    auto const thin = glyph("n")->layerForId("Skarvane Thin");
+    moveNode(*thin, 10);
+    auto outcome = TLSaveFamily(font);
+    EXPECT_EQ(outcome.kind, Kind::liesOutside);
+    EXPECT_THAT(outcome.files, ElementsAre("Skarvane-Thin.ufo/glyphs/n.glif"));
+    EXPECT_TRUE(font->history().isModified());
+    outcome = TLSaveFamily(font, { .writeOutsideFamily = true });
+    EXPECT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
+    EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
+}
+
+TEST_F(FamilySaver, addsAndChangesAxesAndMasters)
+{
+    EXPECT_TRUE(TLAddAxis(font, "Slant", "slnt", { 0, 0, 20 }));
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), ElementsAre("Skarvane.designspace"));
+    auto const weight = axisId("Weight");
+    auto const added = TLAddMaster(font, "Heavy Wide", { { weight, 150.0 }, { axisId("Width"), 125.0 } });
+    ASSERT_TRUE(added.master) << added.problem;
+    saveAndCompare();
+    EXPECT_TRUE(std::filesystem::exists(copy.folder() / "Skarvane-HeavyWide.ufo/fontinfo.plist"));
+    added.master->setAxisInternalValue(160, weight);
+    added.master->setName("Heavy");
+    font->axisForId(weight)->setName("Strength");
+    saveAndCompare();
+    EXPECT_THAT(copy.text("Skarvane.designspace"), testing::Not(HasSubstr("Weight")));
+    EXPECT_THAT(copy.text("Skarvane-Regular.ufo/glyphs/a.glif"), HasSubstr("<key>Strength</key>"));
+    while (font->history().canUndo()) {
+        font->history().undo();
+    }
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), testing::Each(testing::StartsWith("Skarvane-HeavyWide.ufo/")));
+    while (font->history().canRedo()) {
+        font->history().redo();
+    }
+    saveAndCompare();
+}

@@ -1,0 +1,244 @@
+#include "Typloom/Formats/FamilySavePlan.h"
+
+#include "Typloom/Formats/NewMaster.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
+
+#include <algorithm>
+
+namespace {
+
+template <class State>
+State const* find(std::vector<State> const& states, std::string State::*id, std::string const& wanted)
+{
+    auto const found
+        = std::find_if(states.begin(), states.end(), [&](State const& state) { return state.*id == wanted; });
+    return found == states.end() ? nullptr : &*found;
+}
+
+TLCoordinates coordinatesOf(TLMasterState const& master)
+{
+    return { master.values.begin(), master.values.end() };
+}
+
+/// Four characters made of the name, which no other axis has: "Slant Width" gives "SLAN".
+std::string makeTag(std::string const& name, std::set<std::string> const& used)
+{
+    std::string tag;
+    for (char const character : name) {
+        bool const isLower = character >= 'a' && character <= 'z';
+        bool const isLetter = isLower || (character >= 'A' && character <= 'Z');
+        if (isLetter && tag.size() < 4) {
+            tag += isLower ? static_cast<char>(character - 'a' + 'A') : character;
+        }
+    }
+    tag.resize(4, 'X');
+    auto const letters = tag;
+    for (std::size_t number = 1; used.contains(tag); ++number) {
+        auto const digits = std::to_string(number);
+        tag = letters.substr(0, 4 - std::min<std::size_t>(digits.size(), 3)) + digits;
+    }
+    return tag;
+}
+
+} // namespace
+
+FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource const& family)
+    : m_font(font)
+    , m_family(family)
+    , m_before(font.history().savedFont())
+    , m_after(font.state())
+    , m_modified(font.history().modifiedGlyphs())
+    , m_files(font.path(), family.family())
+    , m_sources(m_files, family.family(), m_after)
+{
+}
+
+void FamilySavePlan::run()
+{
+    saveAxes();
+    saveMasters();
+    for (auto const& name : glyphsToSave()) {
+        saveGlyph(name);
+    }
+    m_sources.removeUnused([this](TLCoordinates const& place) { return isNeeded(place); });
+}
+
+void FamilySavePlan::saveAxes()
+{
+    auto& designspace = m_sources.designspace();
+    std::map<std::string, std::string> renamed;
+    for (auto const& axis : m_before.axes) {
+        auto const* after = find(m_after.axes, &TLAxisState::axisId, axis.axisId);
+        if (!after) {
+            designspace.removeAxis(axis.name);
+        } else if (after->name != axis.name) {
+            renamed.emplace(axis.name, after->name);
+        }
+    }
+    designspace.renameAxes(renamed);
+    std::set<std::string> names;
+    for (std::size_t index = 0; index < m_after.axes.size(); ++index) {
+        auto axis = m_after.axes[index];
+        auto const* before = find(m_before.axes, &TLAxisState::axisId, axis.axisId);
+        if (axis.name.empty() || !names.insert(axis.name).second) {
+            throw SaveProblem { axis.name.empty()
+                    ? "An axis of the font has no name."
+                    : "Two axes of the font have the name " + inQuotes(axis.name) + "." };
+        }
+        if (!before) {
+            axis.tag = axis.tag ? axis.tag : makeTag(axis.name, designspace.tags());
+            designspace.addAxis(axis, index);
+            continue;
+        }
+        bool const hasOtherValues = before->minimum != axis.minimum || before->maximum != axis.maximum
+            || before->defaultValue != axis.defaultValue;
+        if (hasOtherValues && !designspace.setValues(axis.name, axis)) {
+            throw SaveProblem { "The axis " + inQuotes(axis.name)
+                + " of the font has a map, which would have to follow its new values." };
+        }
+        if (before->tag != axis.tag) {
+            designspace.setTag(axis.name, axis.tag.value_or(""));
+        }
+    }
+}
+
+void FamilySavePlan::saveMasters()
+{
+    for (auto const& master : m_before.masters) {
+        if (!find(m_after.masters, &TLMasterState::id, master.id)) {
+            m_sources.removeMaster(master.id);
+        }
+    }
+    XmlElement last;
+    for (auto const& master : m_after.masters) {
+        if (auto const* before = find(m_before.masters, &TLMasterState::id, master.id)) {
+            changeMaster(*before, master);
+        } else {
+            addMaster(master, last);
+        }
+        last = m_sources.master(master.id)->element;
+    }
+}
+
+void FamilySavePlan::changeMaster(TLMasterState const& before, TLMasterState const& after)
+{
+    auto const* source = m_sources.master(after.id);
+    if (!source) {
+        throw SaveProblem { "The master " + inQuotes(after.name) + " has no source." };
+    }
+    auto& designspace = m_sources.designspace();
+    if (before.name != after.name) {
+        designspace.setStyleName(source->element, after.name);
+    }
+    auto const place = m_sources.fontPlace(coordinatesOf(after));
+    for (auto const& axis : m_after.axes) {
+        auto const* axisBefore = find(m_before.axes, &TLAxisState::axisId, axis.axisId);
+        auto const was = before.values.find(axis.axisId);
+        double const old = was != before.values.end() ? was->second : axis.defaultValue;
+        double const now = place.find(axis.axisId)->second;
+        if (now != old || (!axisBefore && now != axis.defaultValue)) {
+            designspace.setPlace(source->element, axis.name, now);
+        }
+    }
+    m_sources.moveMaster(after.id, place);
+}
+
+void FamilySavePlan::addMaster(TLMasterState const& master, XmlElement behind)
+{
+    auto const* like = m_sources.nearestMaster(coordinatesOf(master));
+    auto const ufo = addMasterUfo(m_files, like->ufo, master.name);
+    auto const place = coordinatesOf(master);
+    auto const name = m_sources.uniqueName(
+        (m_font.familyName().empty() ? std::string {} : m_font.familyName() + " ") + master.name);
+    auto const element = m_sources.designspace().addSource(
+        { ufo, name, master.name, std::nullopt, m_sources.location(place) }, behind);
+    m_sources.add({ TLLayerKind::master, master.id, ufo, m_files.defaultLayer(ufo),
+        m_sources.fontPlace(place), element });
+}
+
+/// Names of axes of the font stand in the glyphs' own sources.
+bool FamilySavePlan::carriesNames() const
+{
+    return std::any_of(m_before.axes.begin(), m_before.axes.end(), [this](TLAxisState const& axis) {
+        auto const* after = find(m_after.axes, &TLAxisState::axisId, axis.axisId);
+        return !after || after->name != axis.name;
+    });
+}
+
+std::set<std::string> FamilySavePlan::glyphsToSave() const
+{
+    std::set<std::string> names;
+    for (auto const& [name, before] : m_modified) {
+        names.insert(name);
+    }
+    if (carriesNames()) {
+        auto const concerned = const_cast<FamilyGlyphSource&>(m_family).glyphNamesWithOwnDesignSpace();
+        names.insert(concerned.begin(), concerned.end());
+    }
+    return names;
+}
+
+void FamilySavePlan::saveGlyph(std::string const& name)
+{
+    auto const glyph = m_font.glyphForName(name);
+    if (!glyph) {
+        return;
+    }
+    auto const after = glyph->state();
+    auto const modified = m_modified.find(name);
+    auto const& before = modified == m_modified.end() ? after : modified->second;
+    GlyphSave save(
+        name, glyph->unicodes(), { { before, m_before }, { after, m_after } }, m_sources, m_family);
+    save.run();
+    m_origins.emplace(name, save.origins());
+    m_removed.emplace(name, save.removed());
+    for (auto const& [layerId, outline] : save.followers()) {
+        m_followers.push_back({ name, layerId, outline });
+    }
+    addNotes(*glyph);
+}
+
+void FamilySavePlan::addNotes(TLGlyph const& glyph)
+{
+    for (auto const& axis : glyph.axes()) {
+        if (find(m_after.axes, &TLAxisState::name, axis->name())) {
+            m_notes.push_back("The axis " + inQuotes(axis->name()) + " of glyph " + inQuotes(glyph.name())
+                + " has the name of an axis of the font: other programs will not move this glyph on the "
+                  "font's axis.");
+        }
+    }
+}
+
+/// Whether a source of some glyph's own stands at a place of the font.
+bool FamilySavePlan::isNeeded(TLCoordinates const& place) const
+{
+    auto& family = const_cast<FamilyGlyphSource&>(m_family);
+    std::set<std::string> names;
+    for (auto const& name : family.glyphNamesWithOwnDesignSpace()) {
+        names.insert(name);
+    }
+    for (auto const& [name, origins] : m_origins) {
+        names.insert(name);
+    }
+    return std::any_of(names.begin(), names.end(), [&](std::string const& name) {
+        auto const glyph = m_font.glyphForName(name);
+        auto const planned = m_origins.find(name);
+        auto const origins = planned == m_origins.end() ? m_family.originsOf(name) : planned->second;
+        return glyph && std::any_of(origins.begin(), origins.end(), [&](LayerOrigin const& origin) {
+            auto const layer = origin.isOfLocalSource ? glyph->layers().find(origin.layerId) : nullptr;
+            return layer && m_sources.fontPlace(layer->coordinates()) == place;
+        });
+    });
+}
+
+KnownFamily FamilySavePlan::known() const
+{
+    KnownFamily known;
+    for (auto const& axis : m_after.axes) {
+        known.axisIds.emplace(axis.name, axis.axisId);
+    }
+    for (auto const& master : m_after.masters) {
+        known.masterIds[m_sources.master(master.id)->ufo].push_back(master.id);
+    }
+    return known;
+}

@@ -1,0 +1,430 @@
+#include "Typloom/Formats/GlyphSave.h"
+
+#include "Typloom/Formats/GlifEdit.h"
+#include "Typloom/Formats/PlistEdit.h"
+
+#include <algorithm>
+#include <span>
+
+namespace {
+
+/// Property lists are XML, which can't hold every character.
+bool canBeStored(std::string_view text)
+{
+    return xmlUnescaped(xmlEscaped(text)) == text;
+}
+
+Glif readDraft(FamilyDraft& files, FamilyDraft::Path const& path)
+{
+    auto glif = readGlif(files.textOf(path), path.filename().string());
+    if (!glif) {
+        throw SaveProblem { glif.error().sentence() };
+    }
+    return std::move(*glif);
+}
+
+} // namespace
+
+GlyphSave::GlyphSave(std::string glyphName, std::vector<char32_t> const& unicodes, States states,
+    SourceDraft& sources, FamilyGlyphSource const& family)
+    : m_name(std::move(glyphName))
+    , m_unicodes(unicodes)
+    , m_states(states)
+    , m_sources(sources)
+    , m_files(sources.files())
+    , m_family(family)
+{
+}
+
+void GlyphSave::run()
+{
+    checkNames();
+    openDesignspace();
+    collect();
+    for (auto& work : m_work) {
+        decide(work);
+    }
+    takeAway();
+    for (auto& work : m_work) {
+        if (!work.isPlaced) {
+            place(work);
+        }
+    }
+    writeFiles();
+    writeDesignspace();
+}
+
+std::vector<LayerOrigin> GlyphSave::origins() const
+{
+    std::vector<LayerOrigin> origins;
+    for (auto const& work : m_work) {
+        origins.push_back(work.target);
+    }
+    return origins;
+}
+
+void GlyphSave::checkNames() const
+{
+    std::set<std::string> names;
+    for (auto const& axis : m_states.after.glyph.axes) {
+        auto const fail = [&](std::string const& why) {
+            throw SaveProblem { "The glyph " + inQuotes(m_name) + " has " + why
+                + ", which files can't hold." };
+        };
+        if (axis.name.empty()) {
+            fail("an axis without a name");
+        } else if (!names.insert(axis.name).second) {
+            fail("two axes with the name " + inQuotes(axis.name));
+        } else if (!canBeStored(axis.name)) {
+            fail("an axis " + inQuotes(axis.name) + " with a character in its name");
+        }
+    }
+}
+
+std::string GlyphSave::whatLayer(TLLayerState const& layer) const
+{
+    return "The layer " + inQuotes(layer.name.empty() ? layer.layerId : layer.name) + " of glyph "
+        + inQuotes(m_name);
+}
+
+void GlyphSave::openDesignspace()
+{
+    auto const* source = m_sources.defaultSource();
+    if (!source || !m_files.hasGlyph(source->ufo, m_files.defaultLayer(source->ufo), m_name)) {
+        return;
+    }
+    m_holder = { source->ufo, m_files.defaultLayer(source->ufo) };
+    auto glif = readDraft(m_files, m_files.glifPath(m_holder->first, m_holder->second, m_name));
+    m_designspace.emplace(m_name, std::move(glif.glyphDesignspace).value_or(PlistValue {}),
+        std::move(glif.glyphAxes).value_or(PlistValue {}), m_states.before, m_states.after);
+}
+
+GlyphDesignspaceEdit& GlyphSave::designspace()
+{
+    if (!m_designspace) {
+        throw SaveProblem { "The glyph " + inQuotes(m_name)
+            + " has axes or layers of its own but none in the default master, where files keep them." };
+    }
+    return *m_designspace;
+}
+
+void GlyphSave::collect()
+{
+    auto const origins = m_family.originsOf(m_name);
+    auto const takeSource = [this](TLLayerState const& layer, LayerOrigin const& origin) {
+        bool const isDefault = origin.ufoLayer == m_files.defaultLayer(origin.ufo);
+        return origin.isOfLocalSource && m_designspace
+            ? m_designspace->takeSource(layer, origin.ufoLayer, isDefault)
+            : std::nullopt;
+    };
+    std::map<std::string, Work> known;
+    for (auto const& origin : origins) {
+        Work work;
+        work.before = m_states.before.glyph.layer(origin.layerId);
+        work.origin = origin;
+        if (work.before) {
+            work.ownSource = takeSource(*work.before, origin);
+            known.emplace(origin.layerId, std::move(work));
+        }
+    }
+    for (auto const& layer : m_states.after.glyph.layers) {
+        auto const entry = known.find(layer->layerId);
+        auto& work = m_work.emplace_back(entry == known.end() ? Work {} : entry->second);
+        work.after = layer.get();
+        known.erase(layer->layerId);
+    }
+    for (auto const& [layerId, work] : known) {
+        bool const isOfRemovedMaster = work.before->kind == TLLayerKind::master && !m_sources.master(layerId);
+        if (work.ownSource) {
+            designspace().removeSource(*work.ownSource);
+            m_sources.leave(work.before->coordinates);
+        }
+        if (!isOfRemovedMaster) {
+            auto const path = m_files.glifPath(work.origin->ufo, work.origin->ufoLayer, m_name);
+            m_removed.push_back({ *work.origin, m_files.textOf(path) });
+        }
+    }
+}
+
+bool GlyphSave::namesOwnAxis(TLLayerState const& layer) const
+{
+    return std::any_of(layer.coordinates.begin(), layer.coordinates.end(), [this](auto const& entry) {
+        auto const& axes = m_states.after.glyph.axes;
+        return std::any_of(axes.begin(), axes.end(), [&entry](TLAxisState const& axis) {
+            return axis.axisId == entry.first
+                || std::find(axis.partIds.begin(), axis.partIds.end(), entry.first) != axis.partIds.end();
+        });
+    });
+}
+
+bool GlyphSave::movesInFont(Work const& work) const
+{
+    return m_sources.fontPlace(work.before->coordinates) != m_sources.fontPlace(work.after->coordinates);
+}
+
+/// Whether a layer stays in its file.
+void GlyphSave::decide(Work& work)
+{
+    if (!work.origin) {
+        return;
+    }
+    bool const isIntermediate = work.after->kind == TLLayerKind::brace;
+    if (isIntermediate && work.origin->isOfLocalSource) {
+        return decideOwnSource(work);
+    }
+    bool const stays = !isIntermediate || (!movesInFont(work) && !namesOwnAxis(*work.after));
+    if (stays) {
+        place(work, work.origin->ufo, work.origin->ufoLayer, false);
+    }
+}
+
+void GlyphSave::decideOwnSource(Work& work)
+{
+    auto const& [ufo, ufoLayer] = fileOf(*work.origin);
+    auto const standing = m_sources.standingAt(work.after->coordinates);
+    auto const isOfUfo = [&ufo = ufo](PlannedSource const* source) { return source->ufo == ufo; };
+    bool const stays
+        = !movesInFont(work) || standing.empty() || std::any_of(standing.begin(), standing.end(), isOfUfo);
+    if (movesInFont(work)) {
+        m_sources.leave(work.before->coordinates);
+    }
+    if (!stays || !work.ownSource) {
+        if (work.ownSource) {
+            designspace().removeSource(*work.ownSource);
+        }
+        work.ownSource.reset();
+        return;
+    }
+    if (standing.empty()) {
+        m_sources.addSparse(work.after->coordinates, ufo, m_sources.nameFor(*work.after, {}));
+    }
+    designspace().moveSource(*work.ownSource, *work.before, *work.after);
+    place(work, ufo, ufoLayer, true);
+}
+
+/// Takes the texts of files that are left, and the files away unless another layer stays in them.
+void GlyphSave::takeAway()
+{
+    std::set<File> kept;
+    std::set<File> left;
+    for (auto& work : m_work) {
+        if (work.isPlaced) {
+            kept.insert(fileOf(work.target));
+        } else if (work.origin) {
+            auto const& [ufo, ufoLayer] = *left.insert(fileOf(*work.origin)).first;
+            work.text = m_files.textOf(m_files.glifPath(ufo, ufoLayer, m_name));
+        }
+    }
+    for (auto const& layer : m_removed) {
+        left.insert(fileOf(layer.origin));
+    }
+    for (auto const& file : left) {
+        if (!kept.contains(file) && m_holder != file) {
+            m_files.removeGlyph(file.first, file.second, m_name);
+            m_sources.leaveLayer(file.first, file.second);
+        }
+    }
+}
+
+void GlyphSave::place(Work& work, std::string ufo, std::string ufoLayer, bool isOfOwnSource)
+{
+    work.target = { work.after->layerId, std::move(ufo), std::move(ufoLayer), isOfOwnSource };
+    work.isPlaced = true;
+}
+
+void GlyphSave::place(Work& work)
+{
+    auto const* removed = m_family.removedLayer(m_name, work.after->layerId);
+    if (removed && work.text.empty()) {
+        work.text = removed->text;
+    }
+    auto const* former = removed && m_files.hasUfo(removed->origin.ufo) ? &removed->origin : nullptr;
+    if (work.after->kind == TLLayerKind::master) {
+        auto const* master = m_sources.master(work.after->layerId);
+        if (!master) {
+            throw SaveProblem { whatLayer(*work.after) + " belongs to no master." };
+        }
+        return place(work, master->ufo, master->ufoLayer, false);
+    }
+    if (work.after->kind == TLLayerKind::other) {
+        auto const ufo = former ? former->ufo : m_sources.ufoFor(work.after->associatedMasterId);
+        auto const wanted = former ? former->ufoLayer : m_sources.nameFor(*work.after, {});
+        return place(work, ufo, freeLayer(ufo, wanted), false);
+    }
+    if (namesOwnAxis(*work.after) || !placeSparse(work, former)) {
+        placeOwnSource(work, former);
+    }
+}
+
+/// False when the place is taken.
+bool GlyphSave::placeSparse(Work& work, LayerOrigin const* former)
+{
+    auto const& coordinates = work.after->coordinates;
+    auto const standing = m_sources.standingAt(coordinates);
+    for (auto const* source : standing) {
+        auto const others = std::count_if(
+            m_sources.sources().begin(), m_sources.sources().end(), [source](auto const& other) {
+                return other.ufo == source->ufo && other.ufoLayer == source->ufoLayer;
+            });
+        if (source->kind == TLLayerKind::brace && others == 1 && !isUsed(source->ufo, source->ufoLayer)) {
+            place(work, source->ufo, source->ufoLayer, false);
+            return true;
+        }
+    }
+    if (!standing.empty()) {
+        return false;
+    }
+    auto const ufo = former ? former->ufo : m_sources.ufoFor(work.after->associatedMasterId);
+    auto const name = former ? former->ufoLayer : m_sources.nameFor(*work.after, {});
+    auto const source = m_sources.addSparse(coordinates, ufo, name);
+    place(work, source.ufo, source.ufoLayer, false);
+    return true;
+}
+
+void GlyphSave::placeOwnSource(Work& work, LayerOrigin const* former)
+{
+    auto const& layer = *work.after;
+    auto const name = m_sources.nameFor(layer, m_states.after.glyph.axes);
+    auto const wanted = former ? former->ufoLayer : name;
+    auto const standing = m_sources.standingAt(layer.coordinates);
+    auto const ufo = standing.empty() ? m_sources.ufoFor(layer.associatedMasterId) : standing.front()->ufo;
+    if (standing.empty()) {
+        m_sources.addSparse(layer.coordinates, ufo, m_sources.nameFor(layer, {}));
+    }
+    auto const ufoLayer = freeLayer(ufo, wanted);
+    work.ownSource = designspace().addSource(layer, name, ufoLayer);
+    place(work, ufo, ufoLayer, true);
+}
+
+/// Whether the glyph has a file there, or shall have one.
+bool GlyphSave::isUsed(std::string const& ufo, std::string const& ufoLayer) const
+{
+    return m_files.hasGlyph(ufo, ufoLayer, m_name)
+        || std::any_of(m_work.begin(), m_work.end(), [&](Work const& work) {
+               return work.isPlaced && work.target.ufo == ufo && work.target.ufoLayer == ufoLayer;
+           });
+}
+
+/// A layer that no source of the family brings and that has nothing of the glyph.
+std::string GlyphSave::freeLayer(std::string const& ufo, std::string const& wanted)
+{
+    bool const isFree = m_files.layerNamed(ufo, wanted) && !m_sources.isOfSource(ufo, wanted)
+        && wanted != m_files.defaultLayer(ufo) && !isUsed(ufo, wanted);
+    return isFree ? wanted : m_files.addLayer(ufo, wanted);
+}
+
+void GlyphSave::writeFiles()
+{
+    std::map<File, std::vector<Work*>> users;
+    for (auto& work : m_work) {
+        users[fileOf(work.target)].push_back(&work);
+    }
+    for (auto const& [file, sharing] : users) {
+        writeFile(file, sharing);
+    }
+}
+
+void GlyphSave::writeFile(File const& file, std::vector<Work*> const& users)
+{
+    auto const& [ufo, ufoLayer] = file;
+    bool const isThere = m_files.hasGlyph(ufo, ufoLayer, m_name);
+    bool const changes
+        = std::any_of(users.begin(), users.end(), [](auto* work) { return work->changesOutline(); });
+    if (isThere && !changes) {
+        return;
+    }
+    auto const outline = settle(users);
+    if (!isThere) {
+        m_files.addGlyph(ufo, ufoLayer, m_name, textFor(*users.front()));
+    }
+    auto const path = m_files.glifPath(ufo, ufoLayer, m_name);
+    auto const now = readDraft(m_files, path).outline;
+    if (now != outline) {
+        changeOutline(m_files.edit(path), now, outline);
+    }
+}
+
+/// What a shared file is to draw. Layers of the glyph's own sources that differ leave it.
+TLOutline GlyphSave::settle(std::vector<Work*> const& users)
+{
+    auto sorted = users;
+    auto const rank = [](Work const* work) {
+        bool const isOwn = work->target.isOfLocalSource;
+        // Sources of the family give way to the one that was changed, others to those that were not.
+        return std::pair(isOwn, isOwn == work->changesOutline());
+    };
+    std::stable_sort(sorted.begin(), sorted.end(),
+        [&rank](auto const* one, auto const* other) { return rank(one) < rank(other); });
+    auto const& outline = sorted.front()->after->outline;
+    for (auto* work : std::span(sorted).subspan(1)) {
+        if (work->after->outline == outline) {
+            continue;
+        }
+        if (work->target.isOfLocalSource) {
+            part(*work);
+        } else if (work->changesOutline()) {
+            throw SaveProblem { whatLayer(*work->after) + " and " + inQuotes(sorted.front()->after->name)
+                + " are one file and were changed in two ways." };
+        } else {
+            m_followers.emplace_back(work->after->layerId, outline);
+        }
+    }
+    return outline;
+}
+
+/// Gives a layer of the glyph's own sources a file of its own.
+void GlyphSave::part(Work& work)
+{
+    auto const [ufo, shared] = fileOf(work.target);
+    auto text = m_files.hasGlyph(ufo, shared, m_name) ? m_files.textOf(m_files.glifPath(ufo, shared, m_name))
+                                                      : textFor(work);
+    auto const ufoLayer = freeLayer(ufo, m_sources.nameFor(*work.after, m_states.after.glyph.axes));
+    auto const own = glifTextLike(text, work.after->outline);
+    if (!own) {
+        throw SaveProblem { own.error().sentence() };
+    }
+    m_files.addGlyph(ufo, ufoLayer, m_name, *own);
+    designspace().setLayerName(*work.ownSource, ufoLayer);
+    place(work, ufo, ufoLayer, true);
+}
+
+/// The text to begin with: its own, else that of its master or of the default.
+std::string GlyphSave::textFor(Work const& work)
+{
+    if (!work.text.empty()) {
+        return work.text;
+    }
+    auto const* master
+        = work.after->associatedMasterId ? m_sources.master(*work.after->associatedMasterId) : nullptr;
+    for (auto const* source : { master, m_sources.defaultSource() }) {
+        if (source && m_files.hasGlyph(source->ufo, source->ufoLayer, m_name)) {
+            auto text = glifTextLike(
+                m_files.textOf(m_files.glifPath(source->ufo, source->ufoLayer, m_name)), work.after->outline);
+            if (text) {
+                return *text;
+            }
+        }
+    }
+    return glifText(m_name, m_unicodes, work.after->outline);
+}
+
+void GlyphSave::writeDesignspace()
+{
+    if (m_states.after.glyph.axes.empty() && !m_designspace) {
+        return;
+    }
+    auto entry = designspace().entry();
+    auto identities = designspace().identities();
+    auto& glif = m_files.edit(m_files.glifPath(m_holder->first, m_holder->second, m_name));
+    auto const set = [&glif](std::string_view key, PlistValue const& value) {
+        bool const isNothing = std::holds_alternative<std::monostate>(value.content);
+        if (isNothing && findPlistEntry(glif, findLibrary(glif), key)) {
+            removePlistEntry(glif, findLibrary(glif), key);
+            removeEmptyLibrary(glif);
+        } else if (!isNothing) {
+            setPlistEntry(glif, ensureLibrary(glif), key, value);
+        }
+    };
+    set(glyphDesignspaceKey, entry);
+    set(glyphAxesKey, identities);
+}
