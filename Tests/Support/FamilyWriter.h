@@ -33,6 +33,11 @@ public:
         std::filesystem::create_directories(path(relativePath).parent_path());
         std::ofstream(path(relativePath), std::ios::binary) << content;
     }
+    std::string read(std::string const& relativePath) const
+    {
+        std::ifstream file(path(relativePath), std::ios::binary);
+        return { std::istreambuf_iterator<char>(file), {} };
+    }
     void remove(std::string const& relativePath) const { std::filesystem::remove_all(path(relativePath)); }
 
     /// The designspace and both UFOs.

@@ -48,6 +48,7 @@ struct TLApplicationController::Impl {
             }
         });
         window->setCloseHandler([this, raw = window.get()] { release(raw); });
+        window->setQuitHandler([this] { quit(); });
         raise(*window);
         return window.get();
     }
@@ -62,6 +63,19 @@ struct TLApplicationController::Impl {
         }
         NSMainQueue::async([dying = closed->window] {});
         entries.erase(closed);
+    }
+
+    /// Closes one window after the other, until one is to stay open.
+    void quit()
+    {
+        if (entries.empty()) {
+            return;
+        }
+        entries.back().window->requestClose([this](bool isClosed) {
+            if (isClosed) {
+                quit();
+            }
+        });
     }
 
     Outcome open(std::filesystem::path const& path, TLDocumentWindow* preferred)

@@ -1,7 +1,6 @@
 #include "Typloom/TyploomApp/TLDocumentMenus.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -27,9 +26,12 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     bar->clear();
     auto* const file = bar->addMenu("&File");
     addCommand(*file, "&Open…", { QKeySequence::Open }, commands.open);
+    if (commands.save) {
+        file->addAction(commands.save);
+    }
     addCommand(*file, "&Close", { QKeySequence("Ctrl+W") }, [&window] { window.close(); });
     file->addSeparator();
-    addCommand(*file, "&Quit", { QKeySequence("Ctrl+Q") }, [] { QApplication::closeAllWindows(); });
+    addCommand(*file, "&Quit", { QKeySequence("Ctrl+Q") }, commands.quit);
     if (!commands.zoomIn) {
         return;
     }

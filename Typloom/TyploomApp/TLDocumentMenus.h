@@ -7,7 +7,8 @@ class QMainWindow;
 
 /// What the menus of a window lead to. Menus of operations that are empty are left out.
 struct TLMenuCommands {
-    std::function<void()> open;
+    std::function<void()> open, quit;
+    QAction* save { nullptr };
     QAction* undo { nullptr };
     QAction* redo { nullptr };
     std::function<void()> fontInfo;

@@ -2,12 +2,11 @@
 
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
-#include "Typloom/TyploomApp/TLDocumentCommands.h"
 #include "Typloom/TyploomApp/TLDocumentEditViewController.h"
 #include "Typloom/TyploomApp/TLDocumentMenus.h"
+#include "Typloom/TyploomApp/TLDocumentOperations.h"
 #include "Typloom/TyploomApp/TLDocumentToolbar.h"
 #include "Typloom/TyploomApp/TLDocumentWindowController.h"
-#include "Typloom/TyploomApp/TLFontInfoWindow.h"
 #include "Typloom/TyploomApp/TLInvitationView.h"
 #include "Typloom/TyploomApp/TLLayerActions.h"
 #include "Typloom/TyploomApp/TLLayersPalette.h"
@@ -18,7 +17,6 @@
 #include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomApp/TLStatusStrip.h"
 #include "Typloom/TyploomApp/TLWidthField.h"
-#include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
 
 #include <QMessageBox>
@@ -29,6 +27,7 @@
 struct TLDocumentWindow::Impl {
     std::unique_ptr<TLMainWindow> window { std::make_unique<TLMainWindow>() };
     std::vector<std::string> ownReport;
+    std::function<void()> didAskToQuit;
     std::shared_ptr<TLEditState> state;
     std::shared_ptr<TLDocumentWindowController> windowController;
     std::shared_ptr<TLDocumentEditViewController> editViewController;
@@ -38,8 +37,7 @@ struct TLDocumentWindow::Impl {
     std::shared_ptr<TLSidebar> sidebar;
     std::unique_ptr<TLLayerActions> layerActions;
     std::unique_ptr<TLLayersPalette> layersPalette;
-    std::unique_ptr<TLDocumentCommands> documentCommands;
-    std::unique_ptr<TLFontInfoWindow> fontInfo; ///< Null until it is opened for the first time.
+    std::unique_ptr<TLDocumentOperations> operations;
     std::shared_ptr<TLNotificationObserver> observer;
 
     std::shared_ptr<TLLineEditView> const& lineView() const { return editViewController->lineView(); }
@@ -51,6 +49,7 @@ struct TLDocumentWindow::Impl {
         window->setWindowTitle("Typloom");
         TLMenuCommands commands;
         commands.open = open;
+        commands.quit = [this] { quit(); };
         TLInstallMenus(*window, commands);
     }
 
@@ -96,16 +95,6 @@ struct TLDocumentWindow::Impl {
         splitter->setStretchFactor(1, 1);
         splitter->setSizes({ 300, 800, 220 });
         window->setCentralWidget(splitter);
-        window->setWindowTitle(title());
-    }
-
-    QString title() const
-    {
-        auto const& font = *state->font();
-        auto const file = toQString(font.path().filename().string());
-        auto const family = toQString(font.familyName());
-        auto const name = family.isEmpty() || file.isEmpty() ? family + file : family + " (" + file + ")";
-        return QString(name).replace("[*]", "[*][*]") + "[*] — Typloom"; // Twice stands for itself.
     }
 
     void installMenus()
@@ -115,15 +104,14 @@ struct TLDocumentWindow::Impl {
             auto const size = lineView()->bounds().size;
             lineView()->zoomBy(factor, { size.width / 2, size.height / 2 });
         };
-        documentCommands = std::make_unique<TLDocumentCommands>(state->font(), *window);
+        operations = std::make_unique<TLDocumentOperations>(state, *window, [this] { update(); });
         TLMenuCommands commands;
         commands.open = [this] { window->chooseFile(); };
-        commands.undo = documentCommands->undoAction();
-        commands.redo = documentCommands->redoAction();
-        commands.fontInfo = [this] { openFontInfo(); };
         commands.addLayer = layerActions->addAction();
         commands.deleteLayer = layerActions->deleteAction();
         commands.showLayers = layersPalette->showAction();
+        commands.quit = [this] { quit(); };
+        operations->addTo(commands);
         commands.zoomIn = [zoom] { zoom(zoomStep); };
         commands.zoomOut = [zoom] { zoom(1 / zoomStep); };
         commands.zoomToFit = [this] { lineView()->zoomToFit(); };
@@ -132,20 +120,6 @@ struct TLDocumentWindow::Impl {
         commands.previousGlyph = [this] { toolbar->chooseNeighbouringGlyph(-1); };
         commands.nextGlyph = [this] { toolbar->chooseNeighbouringGlyph(1); };
         TLInstallMenus(*window, commands);
-    }
-
-    void openFontInfo()
-    {
-        if (!fontInfo) {
-            fontInfo = std::make_unique<TLFontInfoWindow>(state, *window,
-                std::vector { documentCommands->undoAction(), documentCommands->redoAction() });
-            fontInfo->setNoteHandler([this](std::vector<std::string> const& notes) {
-                ownReport.insert(ownReport.end(), notes.begin(), notes.end());
-                update();
-            });
-            documentCommands->setFieldEditingEnder([this] { fontInfo->endEditing(); });
-        }
-        fontInfo->open();
     }
 
     /// The window's own controls follow at once; the views wait for the interface update.
@@ -169,14 +143,22 @@ struct TLDocumentWindow::Impl {
         layerActions->update();
         layersPalette->update();
         widthField->update();
-        documentCommands->update();
-        window->setWindowModified(state->font()->history().isModified());
+        operations->update();
+    }
+
+    void quit() const
+    {
+        if (didAskToQuit) {
+            didAskToQuit();
+        }
     }
 
     std::vector<std::string> report() const
     {
         auto sentences = ownReport;
-        if (state) {
+        if (operations) {
+            auto const notes = operations->notes();
+            sentences.insert(sentences.end(), notes.begin(), notes.end());
             auto const& familyReport = state->font()->report();
             sentences.insert(sentences.end(), familyReport.begin(), familyReport.end());
         }
@@ -193,6 +175,8 @@ TLDocumentWindow::TLDocumentWindow(std::shared_ptr<TLFont> font)
 TLDocumentWindow::~TLDocumentWindow()
 {
     m_impl->window->didClose = nullptr;
+    m_impl->window->mayClose = nullptr;
+    m_impl->window->didActivate = nullptr;
     if (m_impl->state) {
         m_impl->state->setObserver(nullptr);
         m_impl->lineView()->setProblemObserver(nullptr);
@@ -306,4 +290,18 @@ void TLDocumentWindow::setOpenHandler(TLMainWindow::PathHandler handler)
 void TLDocumentWindow::setCloseHandler(std::function<void()> handler)
 {
     m_impl->window->didClose = std::move(handler);
+}
+
+void TLDocumentWindow::setQuitHandler(std::function<void()> handler)
+{
+    m_impl->didAskToQuit = std::move(handler);
+}
+
+void TLDocumentWindow::requestClose(std::function<void(bool)> const& then)
+{
+    if (m_impl->operations) {
+        return m_impl->operations->requestClose(then);
+    }
+    m_impl->window->close();
+    then(true);
 }

@@ -58,6 +58,11 @@ public:
     void setOpenHandler(std::function<void(std::filesystem::path const&)> handler);
     /// Called when the user has closed the window.
     void setCloseHandler(std::function<void()> handler);
+    /// Called when the user wants the program to end.
+    void setQuitHandler(std::function<void()> handler);
+    /// Closes the window as its user does: unsaved changes are asked about, and `then` is told in the end
+    /// whether it has closed. Destroying the window asks nothing.
+    void requestClose(std::function<void(bool isClosed)> const& then);
 
 private:
     struct Impl;

@@ -42,7 +42,7 @@ void showSentences(QWidget* parent, std::vector<std::string> const& sentences)
 {
     auto* const dialog = new QDialog(parent->window());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle("What could not be read");
+    dialog->setWindowTitle("Report on the family");
     dialog->resize(640, 320);
     auto* const list = new QListWidget;
     list->setAccessibleName("Problems");
@@ -101,7 +101,7 @@ TLStatusStrip::TLStatusStrip()
     button->setFocusPolicy(Qt::TabFocus);
     button->setFlat(true);
     button->setIcon(button->style()->standardIcon(QStyle::SP_MessageBoxWarning));
-    button->setToolTip("What of the family could not be read");
+    button->setToolTip("What of the family could not be read, and what else there is to know");
     button->hide();
     QObject::connect(button, &QPushButton::clicked, button,
         [impl = m_impl.get()] { showSentences(impl->widget, impl->sentences); });

@@ -1,0 +1,183 @@
+#include "Tests/Support/FamilyWriter.h"
+#include "Typloom/TyploomApp/TLApplicationController.h"
+#include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomCore/TLFont.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Families in files, open in the program's windows.
+struct TLDocumentSavingTest : testing::Test {
+    FamilyWriter files, otherFiles;
+    TLApplicationController application;
+    TLDocumentWindow* window { nullptr };
+
+    TLDocumentSavingTest()
+    {
+        files.writeFamily();
+        otherFiles.writeFamily();
+        window = open(files);
+    }
+
+    TLDocumentWindow* open(FamilyWriter const& family)
+    {
+        auto const outcome = application.open(family.designspacePath());
+        EXPECT_TRUE(outcome.window) << outcome.error;
+        settle();
+        EXPECT_TRUE(outcome.window->showGlyph("A"));
+        settle();
+        return outcome.window;
+    }
+
+    static void settle()
+    {
+        for (int turn = 0; turn < 5; ++turn) {
+            QCoreApplication::processEvents();
+        }
+    }
+
+    static double advance(TLDocumentWindow const& of) { return of.editedOutline()->advance; }
+    static void setAdvance(TLDocumentWindow const& of, double advance)
+    {
+        auto const layer = of.font()->glyphForName("A")->layerForId("light");
+        auto outline = layer->outline();
+        outline.advance = advance;
+        layer->setOutline(std::move(outline));
+        settle();
+    }
+
+    static void press(TLDocumentWindow const& in, Qt::Key key)
+    {
+        in.widget()->activateWindow();
+        settle();
+        QTest::keyClick(in.widget()->windowHandle(), key, Qt::ControlModifier);
+        settle();
+    }
+
+    /// The message that a window shows, null when it shows none.
+    static QMessageBox* message(TLDocumentWindow const& of)
+    {
+        for (auto* const box : of.widget()->findChildren<QMessageBox*>()) {
+            if (box->isVisible()) {
+                return box;
+            }
+        }
+        return nullptr;
+    }
+    static void answer(TLDocumentWindow const& of, QString const& title)
+    {
+        auto* const box = message(of);
+        ASSERT_TRUE(box) << "nothing is asked; wanted: " << title.toStdString();
+        for (auto* const button : box->buttons()) {
+            if (button->text().remove('&') == title) {
+                auto const place = button->mapTo(box, button->rect().center());
+                QTest::mouseClick(box->windowHandle(), Qt::LeftButton, {}, place);
+                return settle();
+            }
+        }
+        FAIL() << "no button " << title.toStdString();
+    }
+
+    std::string glyphFile() const { return files.read("Light.ufo/glyphs/A.glif"); }
+    void writeGlyphFile(int width) const
+    {
+        files.write("Light.ufo/glyphs/A.glif", FamilyWriter::glif("A", FamilyWriter::triangle(width), width));
+    }
+};
+
+} // namespace
+
+TEST_F(TLDocumentSavingTest, savesByItsKeyAndOnlyWhatChanged)
+{
+    auto const before = files.read("Light.ufo/glyphs/B.glif");
+    setAdvance(*window, 321);
+    EXPECT_TRUE(window->widget()->isWindowModified());
+    press(*window, Qt::Key_S);
+    EXPECT_FALSE(message(*window)) << message(*window)->informativeText().toStdString();
+    EXPECT_FALSE(window->widget()->isWindowModified());
+    EXPECT_NE(glyphFile().find("width=\"321\""), std::string::npos) << glyphFile();
+    EXPECT_EQ(files.read("Light.ufo/glyphs/B.glif"), before);
+}
+
+TEST_F(TLDocumentSavingTest, anotherProgramsChangeIsOverwrittenOnlyWhenTheUserSaysSo)
+{
+    setAdvance(*window, 321);
+    writeGlyphFile(777);
+    auto const foreign = glyphFile();
+    press(*window, Qt::Key_S);
+    ASSERT_TRUE(message(*window));
+    EXPECT_NE(message(*window)->informativeText().indexOf("A.glif"), -1);
+    EXPECT_EQ(message(*window)->defaultButton()->text().remove('&'), "Cancel");
+    QTest::keyClick(message(*window)->windowHandle(), Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(glyphFile(), foreign);
+    EXPECT_TRUE(window->widget()->isWindowModified());
+
+    press(*window, Qt::Key_S);
+    answer(*window, "Overwrite");
+    EXPECT_NE(glyphFile().find("width=\"321\""), std::string::npos) << glyphFile();
+    EXPECT_FALSE(window->widget()->isWindowModified());
+}
+
+TEST_F(TLDocumentSavingTest, aWindowWithChangesAsksBeforeItCloses)
+{
+    auto const before = glyphFile();
+    setAdvance(*window, 321);
+    window->widget()->close();
+    settle();
+    answer(*window, "Cancel");
+    EXPECT_TRUE(window->widget()->isVisible());
+    EXPECT_EQ(advance(*window), 321);
+
+    window->widget()->close();
+    settle();
+    answer(*window, "Save");
+    EXPECT_TRUE(application.windows().empty());
+    auto const saved = glyphFile();
+    EXPECT_NE(saved, before);
+
+    window = open(files);
+    setAdvance(*window, 322);
+    window->widget()->close();
+    settle();
+    answer(*window, "Discard");
+    EXPECT_TRUE(application.windows().empty());
+    EXPECT_EQ(glyphFile(), saved);
+}
+
+TEST_F(TLDocumentSavingTest, aSaveThatFailsKeepsTheWindowOpen)
+{
+    setAdvance(*window, 321);
+    files.remove("");
+    window->widget()->close();
+    settle();
+    answer(*window, "Save");
+    answer(*window, "Overwrite");
+    ASSERT_TRUE(message(*window));
+    EXPECT_EQ(message(*window)->text(), "The family was not saved.");
+    EXPECT_FALSE(message(*window)->informativeText().isEmpty());
+    answer(*window, "OK");
+    EXPECT_TRUE(window->widget()->isVisible());
+    EXPECT_TRUE(window->widget()->isWindowModified());
+    EXPECT_EQ(advance(*window), 321);
+}
+
+TEST_F(TLDocumentSavingTest, quittingAsksForEveryWindowUntilOneIsToStay)
+{
+    auto* const other = open(otherFiles);
+    auto* const invitation = application.openInvitation();
+    setAdvance(*window, 321);
+    setAdvance(*other, 321);
+    press(*invitation, Qt::Key_Q);
+    EXPECT_EQ(application.windows().size(), 2u) << "there is nothing to ask of a window without a family";
+    answer(*other, "Discard");
+    EXPECT_EQ(application.windows(), std::vector { window });
+    answer(*window, "Cancel");
+    EXPECT_EQ(application.windows(), std::vector { window });
+    EXPECT_TRUE(window->widget()->isVisible());
+}

@@ -1,0 +1,168 @@
+#include "Typloom/TyploomApp/TLDocumentSaving.h"
+
+#include "Platform/Qt/Conversions.h"
+#include "Typloom/Formats/FamilySaver.h"
+#include "Typloom/TyploomApp/TLDocumentCommands.h"
+#include "Typloom/TyploomCore/TLDocumentHistory.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace {
+
+/// More files than a dialog should list.
+constexpr std::size_t mostFiles = 8;
+
+QString listOf(std::vector<std::string> const& files)
+{
+    QStringList lines;
+    for (std::size_t index = 0; index < std::min(files.size(), mostFiles); ++index) {
+        lines.append(toQString(files[index]));
+    }
+    if (files.size() > mostFiles) {
+        lines.append("and " + QString::number(files.size() - mostFiles) + " more");
+    }
+    return lines.join('\n');
+}
+
+/// A message of the window that goes when it has been answered. Other windows can be used meanwhile.
+QMessageBox* makeMessage(QWidget& window, QMessageBox::Icon icon, QString const& text, QString const& details)
+{
+    auto* const box = new QMessageBox(icon, "Typloom", text, QMessageBox::NoButton, &window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(details);
+    return box;
+}
+
+} // namespace
+
+TLDocumentSaving::TLDocumentSaving(
+    std::shared_ptr<TLFont> font, QWidget& window, TLDocumentCommands const& commands)
+    : m_font(std::move(font))
+    , m_window(window)
+    , m_commands(commands)
+    , m_save(new QAction("&Save", &window))
+{
+    m_save->setShortcut(QKeySequence("Ctrl+S"));
+    QObject::connect(m_save, &QAction::triggered, &window, [this] {
+        if (QApplication::mouseButtons() == Qt::NoButton) { // A drag is not saved half-way.
+            save();
+        }
+    });
+}
+
+void TLDocumentSaving::update()
+{
+    bool const isModified = m_font->history().isModified();
+    m_save->setEnabled(isModified);
+    m_window.setWindowModified(isModified);
+}
+
+void TLDocumentSaving::setSaveHandler(std::function<void(std::vector<std::string> const&)> handler)
+{
+    m_didSave = std::move(handler);
+}
+
+bool TLDocumentSaving::showsQuestion() const
+{
+    return m_question && m_question->isVisible();
+}
+
+void TLDocumentSaving::save(Answer const& then)
+{
+    if (showsQuestion()) {
+        return then ? then(false) : void();
+    }
+    m_commands.endEditing();
+    attempt(
+        {}, then ? then : [](bool) {});
+}
+
+void TLDocumentSaving::attempt(TLSaveOptions options, Answer const& then)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    auto const outcome = TLSaveFamily(m_font, options);
+    QApplication::restoreOverrideCursor();
+    update();
+    switch (outcome.kind) {
+    case TLSaveOutcome::Kind::saved:
+        if (m_didSave) {
+            m_didSave(outcome.notes);
+        }
+        [[fallthrough]];
+    case TLSaveOutcome::Kind::nothingToSave:
+        return then(true);
+    case TLSaveOutcome::Kind::changedByOthers:
+        options.overwriteForeignChanges = true;
+        return askWhetherToSave(options, outcome, then);
+    case TLSaveOutcome::Kind::liesOutside:
+        options.writeOutsideFamily = true;
+        return askWhetherToSave(options, outcome, then);
+    case TLSaveOutcome::Kind::failed:
+        break;
+    }
+    auto* const box = makeMessage(
+        m_window, QMessageBox::Critical, "The family was not saved.", toQString(outcome.sentence));
+    box->addButton(QMessageBox::Ok);
+    box->open();
+    then(false);
+}
+
+void TLDocumentSaving::askWhetherToSave(
+    TLSaveOptions options, TLSaveOutcome const& outcome, Answer const& then)
+{
+    bool const overwrites = outcome.kind == TLSaveOutcome::Kind::changedByOthers;
+    auto* const box = makeMessage(m_window, QMessageBox::Warning,
+        overwrites
+            ? "Another program has changed files of the family since they were read. Save over its changes?"
+            : "Files of the family lie outside its folder. Save there?",
+        listOf(outcome.files));
+    auto const* const goOn
+        = box->addButton(overwrites ? "Overwrite" : "Save There", QMessageBox::DestructiveRole);
+    auto* const cancel = box->addButton(QMessageBox::Cancel);
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    QObject::connect(box, &QMessageBox::finished, &m_window, [this, box, goOn, options, then] {
+        bool const goesOn = box->clickedButton() == goOn;
+        goesOn ? attempt(options, then) : then(false);
+    });
+    ask(*box);
+}
+
+void TLDocumentSaving::ask(QMessageBox& box)
+{
+    m_question = &box;
+    m_window.show();
+    m_window.raise();
+    m_window.activateWindow();
+    box.open();
+}
+
+void TLDocumentSaving::askBeforeClosing(Answer const& then)
+{
+    m_commands.endEditing();
+    if (!m_font->history().isModified()) {
+        return then(true);
+    }
+    if (showsQuestion()) {
+        m_question->raise();
+        return then(false);
+    }
+    auto* const box = makeMessage(m_window, QMessageBox::Warning,
+        "Save the changes to " + toQString(m_font->familyName()) + "?",
+        "Without saving, your changes are lost.");
+    auto* const save = box->addButton(QMessageBox::Save);
+    auto const* const discard = box->addButton(QMessageBox::Discard);
+    box->setDefaultButton(save);
+    box->setEscapeButton(box->addButton(QMessageBox::Cancel));
+    QObject::connect(box, &QMessageBox::finished, &m_window, [this, box, save, discard, then] {
+        auto const* const chosen = box->clickedButton();
+        chosen == save ? attempt({}, then) : then(chosen == discard);
+    });
+    ask(*box);
+}
