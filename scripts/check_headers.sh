@@ -6,5 +6,9 @@ check_one() {
 }
 export -f check_one
 # Qt's headers are in no folder that the compiler looks into by itself; a header that needs them fails.
-git ls-files -z -- 'Platform/Foundation/*.h' 'Platform/AppKit/*.h' 'Typloom/*.h' |
+# Headers of TyploomApp that export nothing are private to it: its own widgets.
+{
+    git ls-files -z -- 'Platform/Foundation/*.h' 'Platform/AppKit/*.h' 'Typloom/*.h' ':!Typloom/TyploomApp'
+    git ls-files -z -- 'Typloom/TyploomApp/*.h' | xargs -0 grep -lZ TYPLOOM_API
+} |
     xargs -0 -n 1 -P 2 bash -c 'check_one "$1"' check_one
