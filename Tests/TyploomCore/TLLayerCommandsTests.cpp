@@ -45,12 +45,12 @@ struct TLLayerCommandsTest : testing::Test {
 
 TEST_F(TLLayerCommandsTest, aLayerIsAddedAsTheGlyphLooksAtItsPlaceInOneStep)
 {
-    auto const layer = add({ { "w", 550.0 }, { "unknown", 3.0 } });
+    auto const layer = add({ { "w", 550.0 }, { "x", 10.0 }, { "unknown", 3.0 } });
     ASSERT_NE(layer, nullptr);
     EXPECT_EQ(layer, glyph->layerForId(layer->layerId()));
     EXPECT_TRUE(layer->isBraceLayer());
     EXPECT_EQ(layer->outline().advance, 550);
-    EXPECT_EQ(layer->coordinates(), (TLCoordinates { { "w", 550 } }));
+    EXPECT_EQ(layer->coordinates(), (TLCoordinates { { "w", 550 } })) << "10 is the default of \"flip\"";
     EXPECT_EQ(layer->name(), "weight=550");
     EXPECT_EQ(layer->associatedMasterId(), "regular");
     endTurn();

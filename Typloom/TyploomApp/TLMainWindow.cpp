@@ -30,7 +30,7 @@ std::vector<std::filesystem::path> familiesIn(QMimeData const& data)
 TLMainWindow::TLMainWindow()
 {
     setAcceptDrops(true);
-    resize(1360, 820);
+    resize(1360, 800);
 }
 
 void TLMainWindow::chooseFile()

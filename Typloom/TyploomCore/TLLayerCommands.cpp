@@ -24,18 +24,17 @@ Axes const& fontAxes(TLGlyph const& glyph)
 TLCoordinates coordinatesAt(TLGlyph const& glyph, TLLocation const& place)
 {
     TLCoordinates coordinates;
-    auto const take = [&](TLAxis const& axis, std::optional<double> fallback) {
+    auto const valueOn = [&place](TLAxis const& axis) {
         auto const value = TLLocationNumber(place, axis.axisId());
-        auto const coordinate = value && std::isfinite(*value) ? value : fallback;
-        if (coordinate) {
-            coordinates[axis.axisId()] = *coordinate;
-        }
+        return value && std::isfinite(*value) ? *value : axis.defaultValue();
     };
     for (auto const& axis : fontAxes(glyph)) {
-        take(*axis, axis->defaultValue());
+        coordinates[axis->axisId()] = valueOn(*axis);
     }
     for (auto const& axis : glyph.axes()) {
-        take(*axis, std::nullopt);
+        if (auto const value = valueOn(*axis); value != axis->defaultValue()) {
+            coordinates[axis->axisId()] = value;
+        }
     }
     return coordinates;
 }

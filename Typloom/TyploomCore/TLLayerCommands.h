@@ -11,8 +11,8 @@ struct TLAddedLayer {
 
 /// Adds an intermediate layer at a place (design coordinates) that looks as the glyph does there. It has a
 /// coordinate on every axis of the font, the default where the place names none, and on those axes of
-/// the glyph's own that the place names. It belongs to the master that stands there on the font's axes,
-/// otherwise to the given one, and if there is no such master to the nearest.
+/// the glyph's own on which the place is away from the default. It belongs to the master that stands there on
+/// the font's axes, otherwise to the given one, and if there is no such master to the nearest.
 ///
 /// Where an intermediate layer stands already none is added, but for a master's place: there a layer waits
 /// for its coordinate on an axis of the glyph's own.
