@@ -99,22 +99,25 @@ private:
 
 void TLLayerListModel::show(std::shared_ptr<TLGlyph> glyph, std::string shownLayerId)
 {
-    std::vector<std::string> layerIds;
-    if (glyph) {
-        layerIds.reserve(glyph->layers().size());
-        for (auto const& [layerId, layer] : glyph->layers()) {
-            layerIds.push_back(layerId);
-        }
-    }
-    if (glyph != m_glyph) {
-        beginResetModel();
-        m_glyph = std::move(glyph);
-        m_layerIds = std::move(layerIds);
-        endResetModel();
-    } else {
-        setLayerIds(std::move(layerIds));
-    }
     m_shownLayerId = std::move(shownLayerId);
+    static std::vector<TLLayerDictionary::Entry> const none;
+    auto const& entries = glyph ? glyph->layers().entries() : none;
+    bool const isSame = std::equal(entries.begin(), entries.end(), m_layerIds.begin(), m_layerIds.end(),
+        [](auto const& entry, std::string const& layerId) { return entry.first == layerId; });
+    if (isSame && glyph == m_glyph) {
+        return;
+    }
+    std::vector<std::string> layerIds;
+    layerIds.reserve(entries.size());
+    std::transform(entries.begin(), entries.end(), std::back_inserter(layerIds),
+        [](auto const& entry) { return entry.first; });
+    if (glyph == m_glyph) {
+        return setLayerIds(std::move(layerIds));
+    }
+    beginResetModel();
+    m_glyph = std::move(glyph);
+    m_layerIds = std::move(layerIds);
+    endResetModel();
 }
 
 /// Takes out and puts in what lies between the rows that stay at either end.
