@@ -27,7 +27,7 @@ struct TLLayersPaletteTest : FamilyWindow {
     QPushButton* offer() const
     {
         for (auto* const button : window.widget()->findChildren<QPushButton*>()) {
-            if (button->text() == "Add Layer Here" && button->isVisible()) {
+            if (button->text() == "Add layer here" && button->isVisible()) {
                 return button;
             }
         }
@@ -114,7 +114,7 @@ TEST_F(TLLayersPaletteTest, addsALayerWhereTheViewStandsAndOffersThatOnAnInterpo
     EXPECT_EQ(rows().size(), 2);
     EXPECT_EQ(shownRow(), "Light");
 
-    clickOn(control<QToolButton>("Add Layer Here"));
+    clickOn(control<QToolButton>("Add layer here"));
     EXPECT_EQ(shownRow(), "Light 2") << "on a master's place too";
     clickRow(0);
     press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);

@@ -104,6 +104,7 @@ struct TLDocumentToolbar::Impl {
 
     void buildTextField()
     {
+        textField->setMinimumWidth(110);
         textField->setAccessibleName("Text");
         textField->setPlaceholderText("Characters, or /name");
         textField->setToolTip(

@@ -23,7 +23,7 @@ QMessageBox* makeBox(QWidget& window, QMessageBox::Icon icon, QString const& tex
 TLLayerActions::TLLayerActions(std::shared_ptr<TLEditState> state, QWidget& window)
     : m_state(std::move(state))
     , m_window(window)
-    , m_add(new QAction("&Add Layer Here", &window))
+    , m_add(new QAction("&Add layer here", &window))
     , m_delete(new QAction("&Delete Layer…", &window))
 {
     m_add->setShortcut(QKeySequence("Ctrl+Shift+L"));

@@ -89,7 +89,7 @@ struct TLLayersPalette::Impl {
         auto* const buttons = new QHBoxLayout;
         buttons->setContentsMargins(8, 4, 8, 4);
         buttons->setSpacing(2);
-        buttons->addWidget(makeButton(actions.addAction(), "+", "Add Layer Here"));
+        buttons->addWidget(makeButton(actions.addAction(), "+", "Add layer here"));
         buttons->addWidget(makeButton(actions.deleteAction(), "−", "Delete Layer"));
         buttons->addStretch(1);
         auto* const layout = new QVBoxLayout(widget);

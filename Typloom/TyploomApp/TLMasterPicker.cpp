@@ -107,7 +107,7 @@ TLMasterPicker::TLMasterPicker(std::shared_ptr<TLEditState> state)
     box->setToolTip("Master or intermediate layer");
     box->setFocusPolicy(Qt::TabFocus);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(18);
+    box->setMinimumContentsLength(12);
     box->setMaxVisibleItems(24);
     // Sent for the shown entry too: that ends a preview.
     QObject::connect(box, &QComboBox::activated, box, [impl = m_impl.get()](int row) { impl->choose(row); });
