@@ -76,6 +76,7 @@ void TLCoordinateForm::show(
         commit();
         build(*glyph);
     }
+    describeAxes();
     showValues(place);
 }
 
@@ -117,9 +118,6 @@ void TLCoordinateForm::addCaption(QFormLayout& layout, QString const& text) cons
 void TLCoordinateForm::addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph)
 {
     auto* const field = new TLNumberField;
-    auto const name = toQString(axis->name());
-    field->setAccessibleName(name + " coordinate");
-    field->setToolTip(hintFor(*axis, isOfGlyph));
     field->setAllowsNone(isOfGlyph);
     field->setMinimumWidth(60);
     if (isOfGlyph) {
@@ -135,10 +133,25 @@ void TLCoordinateForm::addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const
     };
     auto* const label = new QLabel;
     label->setTextFormat(Qt::PlainText);
-    label->setText(label->fontMetrics().elidedText(name, Qt::ElideRight, widestName));
-    label->setToolTip(name.toHtmlEscaped());
     layout.addRow(label, field);
-    m_rows.push_back({ axis, field });
+    m_rows.push_back({ axis, label, field, {} });
+}
+
+/// An axis of the glyph's own keeps its object while it gets another name or default.
+void TLCoordinateForm::describeAxes()
+{
+    for (auto& row : m_rows) {
+        if (row.described == row.axis->state()) {
+            continue;
+        }
+        row.described = row.axis->state();
+        auto const name = toQString(row.axis->name());
+        row.label->setText(row.label->fontMetrics().elidedText(name, Qt::ElideRight, widestName));
+        row.label->setToolTip(name.toHtmlEscaped());
+        auto const index = static_cast<std::size_t>(&row - m_rows.data());
+        row.field->setAccessibleName(name + " coordinate");
+        row.field->setToolTip(hintFor(*row.axis, index >= m_countOfFontAxes));
+    }
 }
 
 void TLCoordinateForm::take(TLAxis const& axis, std::optional<double> value)
