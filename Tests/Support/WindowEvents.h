@@ -59,7 +59,26 @@ public:
             QTest::keyClick(m_window.windowHandle(), character);
         }
     }
-    void pressKey(Qt::Key key) { QTest::keyClick(m_window.windowHandle(), key); }
+    void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(m_window.windowHandle(), key, modifiers);
+    }
+    /// A press, moves and a release with the left button, between places of the window.
+    void drag(QPoint from, QPoint to)
+    {
+        QTest::mousePress(m_window.windowHandle(), Qt::LeftButton, {}, from);
+        for (auto const& place : { (from + to) / 2, to }) {
+            QTest::mouseMove(m_window.windowHandle(), place);
+            QCoreApplication::processEvents();
+        }
+        QTest::mouseRelease(m_window.windowHandle(), Qt::LeftButton, {}, to);
+        QCoreApplication::processEvents();
+    }
+    void clickAt(QWidget const& widget, QPoint place)
+    {
+        QTest::mouseClick(m_window.windowHandle(), Qt::LeftButton, {}, widget.mapTo(&m_window, place));
+        QCoreApplication::processEvents();
+    }
 
 private:
     QPoint place(NSView const& view, double x, double y)
