@@ -1,5 +1,6 @@
 #include "Typloom/TyploomApp/TLDocumentOperations.h"
 
+#include "Platform/AppKit/NSApplication.h"
 #include "Platform/Qt/Conversions.h"
 #include "Typloom/TyploomApp/TLDocumentMenus.h"
 #include "Typloom/TyploomApp/TLEditState.h"
@@ -56,6 +57,10 @@ void TLDocumentOperations::addTo(TLMenuCommands& commands)
 
 void TLDocumentOperations::update()
 {
+    if (auto const glyph = m_state->editedGlyph(); glyph != m_editedGlyph.lock()) {
+        m_editedGlyph = glyph;
+        NSApplication::closeTransientPopovers(); // One on an axis of the last glyph points at nothing now.
+    }
     m_commands.update();
     m_saving.update();
 }

@@ -5,6 +5,7 @@
 #include "Typloom/TyploomApp/TLFontInfoWindow.h"
 
 class TLEditState;
+class TLGlyph;
 class TLMainWindow;
 struct TLMenuCommands;
 
@@ -36,5 +37,6 @@ private:
     std::unique_ptr<TLFontInfoWindow> m_fontInfo; ///< Null until it is opened for the first time.
     std::function<void()> m_didNote;
     std::vector<std::string> m_commandNotes, m_saveNotes;
+    std::weak_ptr<TLGlyph> m_editedGlyph;
     bool m_hasAsked { false }; ///< The user wants the window closed, whatever becomes of changes.
 };
