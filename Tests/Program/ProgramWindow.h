@@ -68,6 +68,24 @@ public:
         }
     }
 
+    void activate() const
+    {
+        document->widget()->activateWindow();
+        (void)QTest::qWaitForWindowActive(document->widget());
+        settle();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        window->pressKey(key, modifiers);
+        settle();
+    }
+    void chooseGlyph(std::string const& name) const
+    {
+        press(Qt::Key_F, Qt::ControlModifier);
+        window->type(name);
+        press(Qt::Key_Return);
+    }
+
     std::shared_ptr<TLEditViewSidebarControllerProtocol> tab() const
     {
         return document->sidebar()->controllerOfTab(0);

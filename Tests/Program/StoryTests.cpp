@@ -28,23 +28,6 @@ public:
         activate();
     }
 
-    void activate() const
-    {
-        document->widget()->activateWindow();
-        (void)QTest::qWaitForWindowActive(document->widget());
-        settle();
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        window->pressKey(key, modifiers);
-        settle();
-    }
-    void chooseGlyph(std::string const& name) const
-    {
-        press(Qt::Key_F, Qt::ControlModifier);
-        window->type(name);
-        press(Qt::Key_Return);
-    }
     void addAxis(std::string const& name) const
     {
         window->click(*plusButton());
