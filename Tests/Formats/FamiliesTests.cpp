@@ -1,3 +1,4 @@
+#include "Tests/Support/DesignspacesIn.h"
 #include "Typloom/Formats/DesignspaceReader.h"
 
 #include <gtest/gtest.h>
@@ -6,20 +7,7 @@
 
 namespace {
 
-using Paths = std::vector<std::filesystem::path>;
-
-Paths designspacesIn(std::filesystem::path const& folder)
-{
-    Paths found;
-    for (auto const& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() == ".designspace") {
-            found.push_back(entry.path());
-        }
-    }
-    return found;
-}
-
-void expectToOpenWholly(Paths const& families)
+void expectToOpenWholly(std::vector<std::filesystem::path> const& families)
 {
     for (auto const& path : families) {
         SCOPED_TRACE(path);

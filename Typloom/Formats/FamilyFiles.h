@@ -32,6 +32,7 @@ public:
     void setPending(Pending pending) { m_pending = std::move(pending); }
 
 private:
+    friend class StampTrial;
     std::optional<std::string> const* pendingEntry(Path const& path) const;
     template <class Read>
     Result<std::string> read(Path const& path, std::string const& displayName, Read fromDisk);
@@ -53,4 +54,27 @@ public:
 
 private:
     FamilyFiles& m_files;
+};
+
+/// While it lives, what is remembered of files that are read is so on trial: forgotten unless accepted.
+class StampTrial {
+public:
+    explicit StampTrial(FamilyFiles& files)
+        : m_files(files)
+        , m_former(files.m_stamps)
+    {
+    }
+    ~StampTrial()
+    {
+        if (!m_isAccepted) {
+            m_files.m_stamps = std::move(m_former);
+        }
+    }
+    StampTrial(StampTrial const&) = delete;
+    void accept() { m_isAccepted = true; }
+
+private:
+    FamilyFiles& m_files;
+    std::map<FamilyFiles::Path, FileStamp> m_former;
+    bool m_isAccepted { false };
 };

@@ -8,6 +8,18 @@
 #include <algorithm>
 #include <set>
 
+std::optional<std::filesystem::path> Family::glifPath(
+    std::string_view ufo, std::string_view ufoLayer, std::string_view glyphName) const
+{
+    auto const source = std::find_if(sources.begin(), sources.end(),
+        [ufo](auto const& candidate) { return candidate.ufo->displayName() == ufo; });
+    auto const layer = source == sources.end() ? std::nullopt : source->ufo->layerNamed(ufoLayer);
+    if (!layer || !source->ufo->layers()[*layer].fileNames.contains(glyphName)) {
+        return std::nullopt;
+    }
+    return source->ufo->glifPath(*layer, glyphName).lexically_normal();
+}
+
 FamilyGlyphSource::FamilyGlyphSource(Family family, std::shared_ptr<FamilyFiles> files)
     : m_family(std::move(family))
     , m_files(std::move(files))

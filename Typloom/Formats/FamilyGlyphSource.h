@@ -19,6 +19,10 @@ struct FamilySource {
 struct Family {
     std::vector<FamilySource> sources; ///< Masters in font order, then intermediate layers in file order.
     std::optional<std::size_t> defaultSource;
+
+    /// The file of a glyph in a layer of a UFO of the family's; none when it is in no list.
+    std::optional<std::filesystem::path> glifPath(
+        std::string_view ufo, std::string_view ufoLayer, std::string_view glyphName) const;
 };
 
 /// Where a layer of a glyph comes from: the glyph's file in a layer of a UFO. Several layers of a glyph may

@@ -156,12 +156,16 @@ void FamilySavePlan::addMaster(TLMasterState const& master, XmlElement behind)
         m_sources.fontPlace(place), element });
 }
 
-/// Names of axes of the font stand in the glyphs' own sources.
-bool FamilySavePlan::carriesNames() const
+/// The glyphs' own sources name axes of the font, and stand where masters stand.
+bool FamilySavePlan::concernsOwnSources() const
 {
-    return std::any_of(m_before.axes.begin(), m_before.axes.end(), [this](TLAxisState const& axis) {
-        auto const* after = find(m_after.axes, &TLAxisState::axisId, axis.axisId);
-        return !after || after->name != axis.name;
+    auto const isOther = [](auto const* after, auto const& before, auto field) {
+        return !after || after->*field != before.*field;
+    };
+    return std::any_of(m_before.axes.begin(), m_before.axes.end(), [&](TLAxisState const& axis) {
+        return isOther(find(m_after.axes, &TLAxisState::axisId, axis.axisId), axis, &TLAxisState::name);
+    }) || std::any_of(m_before.masters.begin(), m_before.masters.end(), [&](TLMasterState const& master) {
+        return isOther(find(m_after.masters, &TLMasterState::id, master.id), master, &TLMasterState::values);
     });
 }
 
@@ -171,7 +175,7 @@ std::set<std::string> FamilySavePlan::glyphsToSave() const
     for (auto const& [name, before] : m_modified) {
         names.insert(name);
     }
-    if (carriesNames()) {
+    if (concernsOwnSources()) {
         auto const concerned = const_cast<FamilyGlyphSource&>(m_family).glyphNamesWithOwnDesignSpace();
         names.insert(concerned.begin(), concerned.end());
     }

@@ -36,7 +36,7 @@ private:
     void saveGlyph(std::string const& name);
     void addNotes(TLGlyph const& glyph);
     bool isNeeded(TLCoordinates const& place) const;
-    bool carriesNames() const;
+    bool concernsOwnSources() const;
 
     TLFont& m_font;
     FamilyGlyphSource const& m_family;

@@ -1,6 +1,7 @@
 #include "Typloom/Formats/SaveCheck.h"
 
 #include "Typloom/Formats/GlyphLoader.h"
+#include "Typloom/Formats/LayerMatch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,46 +31,6 @@ bool areAlike(TLOutline const& one, TLOutline const& other)
             [](TLComponent const& left, TLComponent const& right) { return areAlike(left, right); });
 }
 
-/// Where a layer stands on every axis; a master's place is its own matter.
-TLCoordinates placeOf(TLLayerState const& layer, TLGlyphState const& glyph, TLFontState const& font)
-{
-    TLCoordinates place;
-    if (layer.kind != TLLayerKind::brace) {
-        return place;
-    }
-    auto const add = [&](TLAxisState const& axis, bool isPart) {
-        auto const given = layer.coordinates.find(axis.axisId);
-        auto const whole = given == layer.coordinates.end() ? axis.defaultValue : given->second;
-        for (auto const& partId : axis.partIds) {
-            auto const part = layer.coordinates.find(partId);
-            place.emplace(partId, part == layer.coordinates.end() ? whole : part->second);
-        }
-        if (!isPart) {
-            place.emplace(axis.axisId, whole);
-        }
-    };
-    for (auto const& axis : glyph.axes) {
-        add(axis, !axis.partIds.empty());
-    }
-    for (auto const& axis : font.axes) {
-        add(axis, false);
-    }
-    return place;
-}
-
-LayerOrigin const* originOf(std::vector<LayerOrigin> const& origins, std::string const& layerId)
-{
-    auto const found = std::find_if(
-        origins.begin(), origins.end(), [&layerId](auto const& origin) { return origin.layerId == layerId; });
-    return found == origins.end() ? nullptr : &*found;
-}
-
-bool comeFromOneFile(LayerOrigin const& one, LayerOrigin const& other)
-{
-    return one.ufo == other.ufo && one.ufoLayer == other.ufoLayer
-        && one.isOfLocalSource == other.isOfLocalSource;
-}
-
 bool areAlike(std::vector<TLAxisState> const& one, std::vector<TLAxisState> const& other)
 {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
@@ -80,29 +41,6 @@ bool areAlike(std::vector<TLAxisState> const& one, std::vector<TLAxisState> cons
 }
 
 } // namespace
-
-std::map<std::string, std::string> matchLayers(TLGlyphState const& one,
-    std::vector<LayerOrigin> const& originsOfOne, TLGlyphState const& other,
-    std::vector<LayerOrigin> const& originsOfOther, TLFontState const& font)
-{
-    std::map<std::string, std::string> matches;
-    std::set<std::string> taken;
-    for (auto const& layer : one.layers) {
-        auto const* origin = originOf(originsOfOne, layer->layerId);
-        auto const match = std::find_if(other.layers.begin(), other.layers.end(), [&](auto const& candidate) {
-            auto const* itsOrigin = originOf(originsOfOther, candidate->layerId);
-            bool const isOther = !origin || !itsOrigin || !comeFromOneFile(*origin, *itsOrigin)
-                || candidate->kind != layer->kind || taken.contains(candidate->layerId);
-            return !isOther && (layer->kind != TLLayerKind::master || layer->layerId == candidate->layerId)
-                && placeOf(*layer, one, font) == placeOf(*candidate, other, font);
-        });
-        if (match != other.layers.end()) {
-            taken.insert((*match)->layerId);
-            matches.emplace(layer->layerId, (*match)->layerId);
-        }
-    }
-    return matches;
-}
 
 SaveCheck::SaveCheck(TLFont& font, FamilyGlyphSource& family, FamilySavePlan const& plan)
     : m_font(font)
@@ -197,12 +135,9 @@ void SaveCheck::compareGlyph(
     }
     for (auto const& layer : wanted.layers) {
         auto const* found = now.layer(matches.at(layer->layerId));
-        auto const* origin = originOf(origins, layer->layerId);
-        auto const ufo = std::find_if(family.sources.begin(), family.sources.end(),
-            [origin](auto const& source) { return source.ufo->displayName() == origin->ufo; });
-        auto const path
-            = ufo->ufo->glifPath(*ufo->ufo->layerNamed(origin->ufoLayer), name).lexically_normal();
-        bool const counts = !filesHaveChanged || pending.contains(path);
+        auto const* origin = findOrigin(origins, layer->layerId);
+        auto const path = family.glifPath(origin->ufo, origin->ufoLayer, name);
+        bool const counts = !filesHaveChanged || (path && pending.contains(*path));
         if (counts && !areAlike(found->outline, wantedOutline(name, *layer))) {
             fail("The layer " + inQuotes(layer->name));
         }

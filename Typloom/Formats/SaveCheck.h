@@ -2,12 +2,6 @@
 
 #include "Typloom/Formats/FamilySavePlan.h"
 
-/// The layers of two readings of a glyph that are the same one: from the same file and at the same place.
-/// Gives the second's identifiers by the first's.
-std::map<std::string, std::string> matchLayers(TLGlyphState const& one,
-    std::vector<LayerOrigin> const& originsOfOne, TLGlyphState const& other,
-    std::vector<LayerOrigin> const& originsOfOther, TLFontState const& font);
-
 /// Reads what a plan would write as if it were on disk, and compares it with the document.
 class SaveCheck {
 public:

@@ -66,6 +66,9 @@ std::shared_ptr<TLAxis> TLLayer::fontAxis(std::string_view axisId) const
 void TLLayer::setCoordinates(TLCoordinates coordinates)
 {
     std::erase_if(coordinates, [](auto const& entry) { return !std::isfinite(entry.second); });
+    for (auto& [axisId, value] : coordinates) {
+        value += 0.0; // -0 becomes 0.
+    }
     if (coordinates == m_data->coordinates) {
         return;
     }
