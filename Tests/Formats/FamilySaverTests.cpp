@@ -4,6 +4,7 @@
 #include "Tests/Support/FamilyCopy.h"
 #include "Tests/Support/FaultyFileSystem.h"
 #include "Typloom/Formats/DesignspaceReader.h"
+#include "Typloom/Formats/FamilyReload.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLFontCommands.h"
 #include "Typloom/TyploomCore/TLLayerCommands.h"
@@ -228,22 +229,26 @@ TEST_F(FamilySaver, carriesARenamedAndADeletedAxis)
     EXPECT_EQ(copy.files(), original);
 }
 
-TEST_F(FamilySaver, sayWhatWasChangedByAnotherProgramAndKeepsItWhenTold)
+TEST_F(FamilySaver, saysWhatWasChangedByAnotherProgramAndKeepsItWhenTold)
 {
     std::string const file = "Skarvane-Regular.ufo/glyphs/n.glif";
     moveNode(*glyph("n")->layers().begin()->second, 10);
     copy.replace(file, "</outline>", "</outline>\n  <note>Of another program</note>");
+    addLayer("n", { { axisId("Weight"), 100.0 } });
+    copy.replace("Skarvane.designspace", "stylename=\"Thin\"", "stylename=\"Hairline\"");
     auto const theirs = copy.files();
     auto outcome = TLSaveFamily(font);
     EXPECT_EQ(outcome.kind, Kind::changedByOthers);
-    EXPECT_THAT(outcome.files, ElementsAre(file));
-    EXPECT_EQ(outcome.sentence, "'" + file + "' was changed by another program.");
+    EXPECT_THAT(outcome.files, ElementsAre(file, "Skarvane.designspace"));
+    EXPECT_EQ(outcome.sentence, "'" + file + "' (and 1 more) was changed by another program.");
     EXPECT_EQ(copy.files(), theirs);
     EXPECT_TRUE(font->history().isModified());
 
     outcome = TLSaveFamily(font, { .overwriteForeignChanges = true });
     EXPECT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
     EXPECT_THAT(copy.text(file), HasSubstr("Of another program"));
+    EXPECT_TRUE(TLReloadChangedFiles(font).anything);
+    EXPECT_EQ(font->fontMasterForId("Skarvane Thin")->name(), "Hairline");
     EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
 }
 

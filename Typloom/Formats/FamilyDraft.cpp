@@ -84,21 +84,28 @@ std::string FamilyDraft::textOf(Path const& givenPath)
     return unwrap(readFile(path, nameOf(path)));
 }
 
-UfoLayer const* FamilyDraft::findLayer(std::string const& ufo, std::string_view name) const
+std::optional<std::size_t> FamilyDraft::findLayer(std::string const& ufo, std::string_view name) const
 {
     auto const& layers = m_ufos.at(ufo).layers;
     auto const found = std::find_if(
         layers.begin(), layers.end(), [name](auto const& layer) { return layer.name == name; });
-    return found == layers.end() ? nullptr : &*found;
+    return found == layers.end() ? std::nullopt
+                                 : std::optional(static_cast<std::size_t>(found - layers.begin()));
+}
+
+UfoLayer const* FamilyDraft::layerOrNone(std::string const& ufo, std::string_view name) const
+{
+    auto const found = findLayer(ufo, name);
+    return found ? &m_ufos.at(ufo).layers[*found] : nullptr;
 }
 
 UfoLayer& FamilyDraft::layer(std::string const& ufo, std::string_view name)
 {
-    auto const* found = findLayer(ufo, name);
+    auto const found = findLayer(ufo, name);
     if (!found) {
         throw SaveProblem { "The layer " + inQuotes(name) + " of " + ufo + " is gone." };
     }
-    return const_cast<UfoLayer&>(*found);
+    return m_ufos.at(ufo).layers[*found];
 }
 
 std::optional<std::string> FamilyDraft::layerNamed(std::string const& ufo, std::string_view name) const
@@ -126,13 +133,13 @@ std::vector<std::string> FamilyDraft::layerNames(std::string const& ufo) const
 
 bool FamilyDraft::hasGlyph(std::string const& ufo, std::string_view name, std::string_view glyph) const
 {
-    auto const* found = findLayer(ufo, name);
+    auto const* found = layerOrNone(ufo, name);
     return found && found->fileNames.contains(glyph);
 }
 
 bool FamilyDraft::isEmpty(std::string const& ufo, std::string_view name) const
 {
-    auto const* found = findLayer(ufo, name);
+    auto const* found = layerOrNone(ufo, name);
     return found && found->fileNames.empty();
 }
 
@@ -146,7 +153,7 @@ bool FamilyDraft::hasLayerInformation(std::string const& ufo, std::string_view n
 FamilyDraft::Path FamilyDraft::glifPath(
     std::string const& ufo, std::string_view name, std::string_view glyph) const
 {
-    auto const* found = findLayer(ufo, name);
+    auto const* found = layerOrNone(ufo, name);
     if (!found || !found->fileNames.contains(glyph)) {
         throw SaveProblem { "The glyph " + inQuotes(glyph) + " is gone from the layer " + inQuotes(name)
             + " of " + ufo + "." };

@@ -59,7 +59,8 @@ private:
         std::vector<UfoLayer> layers;
         std::map<std::string, UsedFileNames> fileNames {}; ///< By directory, with those on disk.
     };
-    UfoLayer const* findLayer(std::string const& ufo, std::string_view layer) const;
+    std::optional<std::size_t> findLayer(std::string const& ufo, std::string_view layer) const;
+    UfoLayer const* layerOrNone(std::string const& ufo, std::string_view layer) const;
     UfoLayer& layer(std::string const& ufo, std::string_view layer);
     UsedFileNames& usedNames(UfoDraft& ufo, std::string const& directory);
     std::string nameOf(Path const& path) const;

@@ -42,7 +42,7 @@ std::string makeTag(std::string const& name, std::set<std::string> const& used)
 
 } // namespace
 
-FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource const& family)
+FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource& family)
     : m_font(font)
     , m_family(family)
     , m_before(font.history().savedFont())
@@ -176,7 +176,7 @@ std::set<std::string> FamilySavePlan::glyphsToSave() const
         names.insert(name);
     }
     if (concernsOwnSources()) {
-        auto const concerned = const_cast<FamilyGlyphSource&>(m_family).glyphNamesWithOwnDesignSpace();
+        auto const concerned = m_family.glyphNamesWithOwnDesignSpace();
         names.insert(concerned.begin(), concerned.end());
     }
     return names;
@@ -199,6 +199,7 @@ void FamilySavePlan::saveGlyph(std::string const& name)
     for (auto const& [layerId, outline] : save.followers()) {
         m_followers.push_back({ name, layerId, outline });
     }
+    m_notes.insert(m_notes.end(), save.notes().begin(), save.notes().end());
     addNotes(*glyph);
 }
 
@@ -216,9 +217,8 @@ void FamilySavePlan::addNotes(TLGlyph const& glyph)
 /// Whether a source of some glyph's own stands at a place of the font.
 bool FamilySavePlan::isNeeded(TLCoordinates const& place) const
 {
-    auto& family = const_cast<FamilyGlyphSource&>(m_family);
     std::set<std::string> names;
-    for (auto const& name : family.glyphNamesWithOwnDesignSpace()) {
+    for (auto const& name : m_family.glyphNamesWithOwnDesignSpace()) {
         names.insert(name);
     }
     for (auto const& [name, origins] : m_origins) {

@@ -6,7 +6,7 @@
 /// What the files of a family have to become for its document as it is now. Nothing is written.
 class FamilySavePlan {
 public:
-    FamilySavePlan(TLFont& font, FamilyGlyphSource const& family);
+    FamilySavePlan(TLFont& font, FamilyGlyphSource& family);
 
     /// Throws a `SaveProblem`.
     void run();
@@ -39,7 +39,7 @@ private:
     bool concernsOwnSources() const;
 
     TLFont& m_font;
-    FamilyGlyphSource const& m_family;
+    FamilyGlyphSource& m_family;
     TLFontState m_before;
     TLFontState m_after;
     std::map<std::string, TLGlyphState> m_modified; ///< As they were saved.

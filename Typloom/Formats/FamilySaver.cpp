@@ -143,7 +143,7 @@ public:
         if (auto const outside = outsideFiles(pending); !outside.empty() && !options.writeOutsideFamily) {
             return question(Outcome::Kind::liesOutside, outside, "lies outside the family's folder");
         }
-        return write(plan, pending, !changed.empty());
+        return write(plan, pending, changed);
     } catch (SaveProblem const& problem) {
         auto const changed = changedFiles(m_family->files()->stamps());
         if (!changed.empty() && !options.overwriteForeignChanges) {
@@ -195,12 +195,12 @@ private:
             .files = std::move(files) };
     }
 
-    Outcome write(FamilySavePlan const& plan, Pending const& pending, bool filesHaveChanged)
+    Outcome write(FamilySavePlan const& plan, Pending const& pending, std::vector<std::string> const& changed)
     {
         SaveCheck check(*m_font, *m_family, plan);
         {
             PendingReading const asIfWritten(*m_family->files(), pending);
-            check.run(pending, filesHaveChanged);
+            check.run(pending, !changed.empty());
         }
         PendingWriter writer(*m_font, *m_family, m_fileSystem);
         if (auto sentence = pending.empty() ? std::string {} : writer.write(pending); !sentence.empty()) {
@@ -209,8 +209,11 @@ private:
         adopt(plan, check);
         Outcome outcome { .kind = Outcome::Kind::saved, .notes = plan.notes() };
         for (auto const& [path, text] : pending) {
-            m_family->files()->setStamp(path, writer.stampOf(path));
             outcome.files.push_back(shown(path));
+            // What another program changed in a file has not been read yet and is still to be.
+            if (std::find(changed.begin(), changed.end(), outcome.files.back()) == changed.end()) {
+                m_family->files()->setStamp(path, writer.stampOf(path));
+            }
         }
         return outcome;
     }

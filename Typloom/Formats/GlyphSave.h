@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Typloom/Formats/GlifReader.h"
 #include "Typloom/Formats/GlyphDesignspaceEdit.h"
 #include "Typloom/Formats/SourceDraft.h"
 
@@ -26,6 +27,8 @@ public:
     std::vector<LayerOrigin> origins() const;
     /// The layers that are taken out of the files.
     std::vector<RemovedLayer> const& removed() const { return m_removed; }
+    /// What other programs will make of it, a sentence each.
+    std::vector<std::string> const& notes() const { return m_notes; }
     /// Layers that will be drawn as another one, with which they share a file.
     std::vector<std::pair<std::string, TLOutline>> const& followers() const { return m_followers; }
 
@@ -56,6 +59,7 @@ private:
     bool isUsed(std::string const& ufo, std::string const& ufoLayer) const;
     std::string freeLayer(std::string const& ufo, std::string const& wanted);
     void place(Work& work, std::string ufo, std::string ufoLayer, bool isOfOwnSource);
+    Glif readDraft(std::filesystem::path const& path);
     void writeFiles();
     void writeFile(File const& file, std::vector<Work*> const& users);
     TLOutline settle(std::vector<Work*> const& users);
@@ -76,5 +80,6 @@ private:
     std::optional<GlyphDesignspaceEdit> m_designspace;
     std::vector<Work> m_work;
     std::vector<RemovedLayer> m_removed;
+    std::vector<std::string> m_notes;
     std::vector<std::pair<std::string, TLOutline>> m_followers;
 };
