@@ -1,6 +1,9 @@
+#include "Platform/AppKit/NSPopover.h"
+#include "Platform/AppKit/NSTextField.h"
 #include "Tests/Support/FamilyWriter.h"
 #include "Typloom/TyploomApp/TLApplicationController.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomApp/TLEditViewController.h"
 #include "Typloom/TyploomCore/TLFont.h"
 
 #include <QMessageBox>
@@ -180,4 +183,36 @@ TEST_F(TLDocumentSavingTest, quittingAsksForEveryWindowUntilOneIsToStay)
     answer(*window, "Cancel");
     EXPECT_EQ(application.windows(), std::vector { window });
     EXPECT_TRUE(window->widget()->isVisible());
+}
+
+TEST_F(TLDocumentSavingTest, followsFilesThatAnotherProgramChanges)
+{
+    auto const content = std::make_shared<NSViewController>();
+    content->setView(NSTextField::labelWithString("An axis"));
+    auto const popover = std::make_shared<NSPopover>();
+    popover->setBehavior(NSPopoverBehavior::transient);
+    popover->setContentViewController(content);
+    popover->showRelativeToRect(
+        { { 100, 100 }, { 20, 20 } }, window->editViewController()->view(), NSRectEdge::maxX);
+    settle();
+    files.write("Light.ufo/notes.txt", "nothing of the family");
+    QTest::qWait(400);
+    EXPECT_TRUE(popover->isShown());
+
+    writeGlyphFile(777);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return advance(*window) == 777; }, 3000)) << "written in place";
+    EXPECT_FALSE(popover->isShown());
+    files.write("Light.ufo/glyphs/new", FamilyWriter::glif("A", FamilyWriter::triangle(778), 778));
+    std::filesystem::rename(files.path("Light.ufo/glyphs/new"), files.path("Light.ufo/glyphs/A.glif"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return advance(*window) == 778; }, 3000)) << "replaced";
+    EXPECT_FALSE(window->widget()->isWindowModified());
+
+    setAdvance(*window, 321);
+    writeGlyphFile(779);
+    QTest::qWait(400);
+    EXPECT_EQ(advance(*window), 321) << "what the user has changed stays";
+    EXPECT_NE(window->report().back().find("'A'"), std::string::npos) << "and the window says so";
+    press(*window, Qt::Key_Z);
+    EXPECT_EQ(advance(*window), 779) << "without changes it follows again";
+    EXPECT_TRUE(window->report().empty());
 }

@@ -29,6 +29,7 @@ TLDocumentOperations::TLDocumentOperations(
     , m_window(window)
     , m_commands(m_state->font(), window)
     , m_saving(m_state->font(), window, m_commands)
+    , m_reloading(m_state->font())
     , m_didNote(std::move(didNote))
 {
     window.setWindowTitle(titleFor(*m_state->font()));
@@ -41,10 +42,19 @@ TLDocumentOperations::TLDocumentOperations(
         }
     });
     m_saving.setSaveHandler([this](std::vector<std::string> const& notes) {
+        m_reloading.didSave();
         m_saveNotes = notes;
+        m_reloadNotes.clear();
         m_didNote();
     });
+    m_reloading.setReloadHandler([this](std::vector<std::string> const& notes) {
+        if (m_reloadNotes != notes) {
+            m_reloadNotes = notes;
+            m_didNote();
+        }
+    });
     window.mayClose = [this] { return mayClose(); };
+    window.didActivate = [this] { m_reloading.check(); };
 }
 
 void TLDocumentOperations::addTo(TLMenuCommands& commands)
@@ -63,12 +73,14 @@ void TLDocumentOperations::update()
     }
     m_commands.update();
     m_saving.update();
+    m_reloading.update();
 }
 
 std::vector<std::string> TLDocumentOperations::notes() const
 {
     auto notes = m_commandNotes;
     notes.insert(notes.end(), m_saveNotes.begin(), m_saveNotes.end());
+    notes.insert(notes.end(), m_reloadNotes.begin(), m_reloadNotes.end());
     return notes;
 }
 

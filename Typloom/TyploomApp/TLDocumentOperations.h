@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Typloom/TyploomApp/TLDocumentCommands.h"
+#include "Typloom/TyploomApp/TLDocumentReloading.h"
 #include "Typloom/TyploomApp/TLDocumentSaving.h"
 #include "Typloom/TyploomApp/TLFontInfoWindow.h"
 
@@ -9,7 +10,7 @@ class TLGlyph;
 class TLMainWindow;
 struct TLMenuCommands;
 
-/// What is done with the document of a window as a whole: undo, saving, Font Info, and
+/// What is done with the document of a window as a whole: undo, saving, following its files, Font Info, and
 /// asking before the window closes.
 class TLDocumentOperations {
 public:
@@ -34,9 +35,10 @@ private:
     TLMainWindow& m_window;
     TLDocumentCommands m_commands;
     TLDocumentSaving m_saving;
+    TLDocumentReloading m_reloading;
     std::unique_ptr<TLFontInfoWindow> m_fontInfo; ///< Null until it is opened for the first time.
     std::function<void()> m_didNote;
-    std::vector<std::string> m_commandNotes, m_saveNotes;
+    std::vector<std::string> m_commandNotes, m_saveNotes, m_reloadNotes;
     std::weak_ptr<TLGlyph> m_editedGlyph;
     bool m_hasAsked { false }; ///< The user wants the window closed, whatever becomes of changes.
 };
