@@ -9,8 +9,10 @@
 /// A writable copy of the folder in which a family lies.
 class FamilyCopy {
 public:
-    explicit FamilyCopy(std::filesystem::path const& designspace)
-        : m_name(designspace.filename())
+    explicit FamilyCopy(std::filesystem::path const& designspace,
+        std::filesystem::path const& parent = std::filesystem::temp_directory_path())
+        : m_folder(parent)
+        , m_name(designspace.filename())
     {
         std::filesystem::copy(designspace.parent_path(), folder(), std::filesystem::copy_options::recursive);
         for (auto const& entry : std::filesystem::recursive_directory_iterator(folder())) {

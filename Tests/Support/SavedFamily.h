@@ -10,10 +10,8 @@ class SavedFamily {
 public:
     using Snapshot = std::map<std::string, std::string>;
 
-    /// In memory where the machine has such a folder: some disks are waited for at each renaming.
     SavedFamily()
-        : SavedFamily(
-            std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path())
+        : SavedFamily(quickFolder())
     {
     }
     explicit SavedFamily(std::filesystem::path const& parent)

@@ -4,6 +4,12 @@
 #include <filesystem>
 #include <string>
 
+/// In memory where the machine has such a folder: some disks are waited for at each save.
+inline std::filesystem::path quickFolder()
+{
+    return std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
+}
+
 /// A new folder that goes with the object.
 class TemporaryFolder {
 public:
