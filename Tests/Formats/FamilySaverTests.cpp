@@ -255,6 +255,7 @@ TEST_F(FamilySaver, saysWhatWasChangedByAnotherProgramAndKeepsItWhenTold)
 TEST_F(FamilySaver, leavesFamilyAndDocumentAsTheyWereWhereverItFails)
 {
     addLayer("n", { { axisId("Weight"), 100.0 } });
+    addLayer("n", { { addAxis("n", "Serif")->axisId(), 80.0 } });
     auto const edited = textOf(*font, { "n" });
     int failures = 0;
     for (int call = 1;; ++call) {
@@ -267,6 +268,7 @@ TEST_F(FamilySaver, leavesFamilyAndDocumentAsTheyWereWhereverItFails)
         ++failures;
         EXPECT_EQ(outcome.kind, Kind::failed);
         EXPECT_THAT(outcome.sentence, HasSubstr("the disk is full"));
+        EXPECT_THAT(outcome.sentence, testing::Not(HasSubstr("''"))) << "which file";
         EXPECT_TRUE(font->history().isModified());
         EXPECT_EQ(copy.files(), original) << call;
     }

@@ -100,7 +100,8 @@ Result<std::string> RootFolder::pathBehindLink(std::string const& relativePath)
 
 FormatError RootFolder::errorAt(std::string const& relativePath, std::string reason) const
 {
-    return { .file = (m_shown.empty() ? m_shown : m_shown + "/") + relativePath,
+    auto const file = (m_shown.empty() ? m_shown : m_shown + "/") + relativePath;
+    return { .file = file.empty() ? m_path.string() : file, // The family's folder itself has no name in it.
         .reason = std::move(reason),
         .verb = "save" };
 }
