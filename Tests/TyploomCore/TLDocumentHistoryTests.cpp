@@ -207,6 +207,38 @@ TEST_F(TLDocumentHistoryTest, componentsThatNameAnAxisFollowItsNameAndItsEnd)
     EXPECT_EQ(locations(), asRead);
 }
 
+/// On the way to a longer name lies the name of the font's axis, which the location has, too.
+TEST_F(TLDocumentHistoryTest, namesOnTheWayOfARenameLeaveNothingBehind)
+{
+    TLOutline outline = triangle(0);
+    outline.components = { variableComponent("a", { { "flip", 50 }, { "Weight", 184 } }) };
+    auto const shown = FontBuilder::addMasterLayer(builder.addEmptyGlyph("top"), "regular", outline);
+    endTurn();
+    history().clear();
+    for (auto const* name : { "W", "Weight", "Weight s", "Weight shift" }) {
+        axis->setName(name);
+        endTurn();
+    }
+    EXPECT_EQ(shown->outline().components[0].location,
+        (std::map<std::string, double> { { "Weight shift", 50 }, { "Weight", 184 } }));
+    history().undo();
+    EXPECT_EQ(shown->outline(), outline);
+    EXPECT_FALSE(history().canUndo());
+}
+
+TEST_F(TLDocumentHistoryTest, anAxisOfSeveralDimensionsTakesTheirCoordinatesAlong)
+{
+    auto const turning = FontBuilder::addGlyphAxis(glyph, "r", "rotate", { 0, 0, 100 });
+    turning->setPartIds({ "r1", "r2" });
+    layer->setCoordinates({ { "w", 100 }, { "r1", 10 }, { "r2", 20 } });
+    endTurn();
+    glyph->removeObjectFromAxesAtIndex(1);
+    endTurn();
+    EXPECT_EQ(layer->coordinates(), (TLCoordinates { { "w", 100 } }));
+    history().undo();
+    EXPECT_EQ(layer->coordinates(), (TLCoordinates { { "w", 100 }, { "r1", 10 }, { "r2", 20 } }));
+}
+
 TEST_F(TLDocumentHistoryTest, aGlyphsOwnLayersOnAMastersPlaceMoveWithTheMaster)
 {
     font->fontMasters()[0]->setAxisInternalValue(150, "w");

@@ -60,16 +60,17 @@ public:
         m_fontChanges = changesOfNames(before.axes, m_font.canonicalAxes());
     }
 
-    void run()
+    void run(std::optional<std::vector<std::string>>& glyphsWithLocations)
     {
         if (m_glyphChanges.empty() && m_fontChanges.empty()) {
             return;
         }
-        std::set<std::string> names;
-        if (m_font.glyphSource()) {
-            auto const found = m_font.glyphSource()->glyphNamesWithVariableComponents();
-            names.insert(found.begin(), found.end());
+        if (!glyphsWithLocations) {
+            auto const& source = m_font.glyphSource();
+            glyphsWithLocations
+                = source ? source->glyphNamesWithVariableComponents() : std::vector<std::string> {};
         }
+        std::set<std::string> names(glyphsWithLocations->begin(), glyphsWithLocations->end());
         for (auto const& [name, glyph] : m_font.loadedGlyphs()) {
             names.insert(name);
         }
@@ -165,8 +166,11 @@ bool standsAt(TLLayer const& layer, TLStringMap<double> const& place)
 bool namesOwnAxis(TLGlyph const& glyph, TLLayer const& layer)
 {
     auto const& axes = glyph.axes();
-    return std::any_of(axes.begin(), axes.end(),
-        [&layer](auto const& axis) { return layer.coordinates().contains(axis->axisId()); });
+    auto const named = [&layer](std::string const& id) { return layer.coordinates().contains(id); };
+    return std::any_of(axes.begin(), axes.end(), [&named](auto const& axis) {
+        auto const& partIds = axis->partIds();
+        return named(axis->axisId()) || std::any_of(partIds.begin(), partIds.end(), named);
+    });
 }
 
 /// A glyph's own layers on a master's place move with it.
@@ -212,8 +216,8 @@ void carryOwnLayers(TLFont& font, TLFontState const& before)
 
 } // namespace
 
-void carryNames(
-    TLFont& font, std::map<std::string, TLGlyphState> const& glyphsBefore, TLFontState const* fontBefore)
+void carryNames(TLFont& font, std::map<std::string, TLGlyphState> const& glyphsBefore,
+    TLFontState const* fontBefore, std::optional<std::vector<std::string>>& glyphsWithLocations)
 {
     // The glyphs to look at are copied: those that are taken along join the step while it is looked at.
     Carriage carriage(font, glyphsBefore);
@@ -221,5 +225,5 @@ void carryNames(
         carriage.addFontChanges(*fontBefore);
         carryOwnLayers(font, *fontBefore);
     }
-    carriage.run();
+    carriage.run(glyphsWithLocations);
 }

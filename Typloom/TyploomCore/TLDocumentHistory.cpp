@@ -68,7 +68,8 @@ void TLDocumentHistory::closeStep()
     if (!isOpen()) {
         return;
     }
-    carryNames(m_font, m_open.glyphs, m_open.font ? &*m_open.font : nullptr);
+    reopenRename();
+    carryNames(m_font, m_open.glyphs, m_open.font ? &*m_open.font : nullptr, m_glyphsWithLocations);
     Step step;
     step.before = std::exchange(m_open, {});
     step.after = statesNowOf(step.before);
@@ -84,24 +85,39 @@ void TLDocumentHistory::closeStep()
     TLSetNeedsUpdateInterface(); // Whether it can be undone, and whether it is to be saved.
 }
 
+/// Where the open changes go on renaming the axis of the last step, that step is open again, and what hangs
+/// on the name is as before it: a name on the way to the final one may be that of another axis.
+void TLDocumentHistory::reopenRename()
+{
+    if (!m_joinsRenames || m_undo.empty() || m_undo.back().renamedAxis.empty()) {
+        return;
+    }
+    auto const now = statesNowOf(m_open);
+    if (describeStep({ m_open.glyphs, m_open.font }, { now.glyphs, now.font }).renamedAxis
+        != m_undo.back().renamedAxis) {
+        return;
+    }
+    auto before = std::move(m_undo.back().before);
+    m_undo.pop_back();
+    m_isApplying = true;
+    for (auto const& [name, state] : before.glyphs) {
+        if (!m_open.glyphs.contains(name)) {
+            glyphNamed(name)->restore(state);
+        }
+    }
+    m_isApplying = false;
+    before.glyphs.merge(m_open.glyphs);
+    if (!before.font) {
+        before.font = std::move(m_open.font);
+    }
+    m_open = std::move(before);
+}
+
 void TLDocumentHistory::push(Step step)
 {
     m_redo.clear();
-    bool const joins = m_joinsRenames && !step.renamedAxis.empty() && !m_undo.empty()
-        && m_undo.back().renamedAxis == step.renamedAxis;
     m_joinsRenames = true;
-    if (!joins) {
-        m_undo.push_back(std::move(step));
-        return;
-    }
-    auto& last = m_undo.back();
-    last.before.glyphs.merge(step.before.glyphs);
-    last.before.font = last.before.font ? last.before.font : step.before.font;
-    last.after = statesNowOf(last.before);
-    dropUnchanged(last);
-    if (last.before.glyphs.empty() && !last.before.font) {
-        m_undo.pop_back();
-    }
+    m_undo.push_back(std::move(step));
 }
 
 TLDocumentHistory::States TLDocumentHistory::statesNowOf(States const& touched) const
@@ -200,6 +216,7 @@ void TLDocumentHistory::endStep()
 {
     closeStep();
     m_joinsRenames = false;
+    m_glyphsWithLocations.reset();
 }
 
 void TLDocumentHistory::beginGesture()

@@ -63,6 +63,7 @@ private:
     bool records() const;
     void closeTurn();
     void closeStep();
+    void reopenRename();
     States statesNowOf(States const& touched) const;
     void dropUnchanged(Step& step) const;
     void push(Step step);
@@ -79,5 +80,7 @@ private:
     int m_gestures { 0 };
     bool m_isApplying { false };
     bool m_joinsRenames { false }; ///< Whether the last step may still grow by renaming the same axis.
+    /// Found by the first keystroke of a rename; none between edits, since other programs may write glyphs.
+    std::optional<std::vector<std::string>> m_glyphsWithLocations;
     States m_saved; ///< Of what has been touched since.
 };

@@ -97,9 +97,26 @@ void TLGlyph::removeObjectFromAxesAtIndex(std::size_t index)
         return;
     }
     willChange();
-    m_axes[index]->setChangeObserver(nullptr);
+    auto const removed = m_axes[index];
+    removed->setChangeObserver(nullptr);
     m_axes.erase(m_axes.begin() + static_cast<std::ptrdiff_t>(index));
+    removeCoordinates(removed->partIds());
     documentDidChange();
+}
+
+/// The dimensions of an axis go with it: nobody else knows their identifiers.
+void TLGlyph::removeCoordinates(std::vector<std::string> const& axisIds)
+{
+    if (axisIds.empty()) {
+        return;
+    }
+    for (auto const& [layerId, layer] : m_trueLayers) {
+        auto coordinates = layer->coordinates();
+        std::erase_if(coordinates, [&axisIds](auto const& entry) {
+            return std::find(axisIds.begin(), axisIds.end(), entry.first) != axisIds.end();
+        });
+        layer->setCoordinates(std::move(coordinates));
+    }
 }
 
 std::vector<std::shared_ptr<TLAxis>> TLGlyph::allAxes() const

@@ -77,6 +77,7 @@ public:
     std::vector<std::shared_ptr<TLAxis>> const& axes() const { return m_axes; }
     std::size_t countOfAxes() const { return m_axes.size(); }
     void insertObjectInAxesAtIndex(std::shared_ptr<TLAxis> const& axis, std::size_t index);
+    /// Of an axis of several dimensions, their coordinates go too.
     void removeObjectFromAxesAtIndex(std::size_t index);
     /// Every axis that applies to the glyph: its own, then the font's canonical axes.
     std::vector<std::shared_ptr<TLAxis>> allAxes() const;
@@ -88,6 +89,7 @@ public:
 private:
     std::size_t indexForInserting(TLLayer const& layer) const;
     void adopt(TLAxis& axis);
+    void removeCoordinates(std::vector<std::string> const& axisIds);
     void restoreAxes(std::vector<TLAxisState> const& states);
     void restoreLayers(std::vector<std::shared_ptr<TLLayerState const>> const& states);
 
