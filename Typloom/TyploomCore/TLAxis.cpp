@@ -1,9 +1,8 @@
 #include "Typloom/TyploomCore/TLAxis.h"
 
 #include "Typloom/TyploomCore/DocumentRevision.h"
+#include "Typloom/TyploomCore/Storable.h"
 #include "Typloom/TyploomCore/TLFreshIdentifier.h"
-
-#include <cmath>
 
 TLAxis::TLAxis()
     : TLAxis(TLAxisState { .axisId = TLFreshIdentifier() })
@@ -29,6 +28,7 @@ void TLAxis::willChange() const
 
 void TLAxis::setName(std::string name)
 {
+    name = storableName(std::move(name));
     if (name == m_state.name) {
         return;
     }
@@ -39,7 +39,7 @@ void TLAxis::setName(std::string name)
 
 void TLAxis::setDefaultValue(double value)
 {
-    if (!std::isfinite(value) || value == m_state.defaultValue) {
+    if (!isStorableCoordinate(value) || value == m_state.defaultValue) {
         return;
     }
     willChange();
@@ -49,7 +49,7 @@ void TLAxis::setDefaultValue(double value)
 
 void TLAxis::setBounds(double minimum, double maximum)
 {
-    if (!std::isfinite(minimum) || !std::isfinite(maximum)) {
+    if (!isStorableCoordinate(minimum) || !isStorableCoordinate(maximum)) {
         return;
     }
     willChange();

@@ -39,7 +39,7 @@ public:
     void setAxisTag(std::optional<std::string> tag) { m_state.tag = std::move(tag); }
 
     double defaultValue() const { return m_state.defaultValue; }
-    /// What is not finite is ignored.
+    /// What is not finite, or beyond 1e15 either way, is ignored.
     void setDefaultValue(double value);
     /// Bounds as the file gives them, minimum <= default <= maximum after reading.
     double minimum() const { return m_state.minimum; }

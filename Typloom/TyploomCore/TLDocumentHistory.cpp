@@ -260,11 +260,17 @@ void TLDocumentHistory::didSave()
     TLSetNeedsUpdateInterface();
 }
 
+/// Steps hold whole states, so none can be undone or done again over one that is forgotten: with it go all
+/// that lie behind it.
 void TLDocumentHistory::forgetSteps(std::function<bool(Step const&)> const& touches)
 {
     endStep();
-    std::erase_if(m_undo, touches);
-    std::erase_if(m_redo, touches);
+    auto const forget = [&touches](std::vector<Step>& steps) {
+        auto const last = std::find_if(steps.rbegin(), steps.rend(), touches);
+        steps.erase(steps.begin(), last.base());
+    };
+    forget(m_undo);
+    forget(m_redo);
     TLSetNeedsUpdateInterface();
 }
 

@@ -34,8 +34,8 @@ public:
     TLFontState savedFont() const;
     /// The document is now as in its files.
     void didSave();
-    /// A glyph is now as in its files, which another program has changed. Steps that touched it can't
-    /// be undone any more.
+    /// A glyph is now as in its files, which another program has changed. The steps
+    /// that touched it, and those before them, can't be undone any more.
     void didReload(TLGlyph const& glyph);
     /// The same of the font itself.
     void didReloadFont();

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/NSNumberFormatter.h"
 #include "Platform/Foundation/NSString.h"
+#include "Typloom/TyploomCore/Storable.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLInterpolation.h"
 #include "Typloom/TyploomCore/TLLayerMatching.h"
@@ -230,7 +231,8 @@ std::optional<std::string> TLReasonAgainstAxisTag(TLFont const& font, std::strin
 std::optional<std::string> TLReasonAgainstAxisBounds(TLAxisBounds const& bounds)
 {
     auto const& [minimum, defaultValue, maximum] = bounds;
-    if (!std::isfinite(minimum) || !std::isfinite(defaultValue) || !std::isfinite(maximum)) {
+    if (!isStorableCoordinate(minimum) || !isStorableCoordinate(defaultValue)
+        || !isStorableCoordinate(maximum)) {
         return "The values of an axis are numbers.";
     }
     if (!(minimum < maximum)) {

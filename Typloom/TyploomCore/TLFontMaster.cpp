@@ -1,8 +1,7 @@
 #include "Typloom/TyploomCore/TLFontMaster.h"
 
 #include "Typloom/TyploomCore/DocumentRevision.h"
-
-#include <cmath>
+#include "Typloom/TyploomCore/Storable.h"
 
 TLFontMaster::TLFontMaster(std::string id, std::string name)
     : m_id(std::move(id))
@@ -32,6 +31,7 @@ void TLFontMaster::willChange() const
 
 void TLFontMaster::setName(std::string name)
 {
+    name = storableName(std::move(name));
     if (name == m_name) {
         return;
     }
@@ -48,7 +48,7 @@ double TLFontMaster::axisInternalValueValueForId(std::string_view axisId) const
 
 void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
 {
-    if (!std::isfinite(value)) {
+    if (!isStorableCoordinate(value)) {
         return;
     }
     auto const entry = m_values.find(axisId);

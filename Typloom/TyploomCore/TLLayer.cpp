@@ -3,8 +3,7 @@
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
 #include "Typloom/TyploomCore/DocumentRevision.h"
-
-#include <cmath>
+#include "Typloom/TyploomCore/Storable.h"
 
 TLLayer::TLLayer(std::shared_ptr<Data> data)
     : m_data(std::move(data))
@@ -65,7 +64,7 @@ std::shared_ptr<TLAxis> TLLayer::fontAxis(std::string_view axisId) const
 
 void TLLayer::setCoordinates(TLCoordinates coordinates)
 {
-    std::erase_if(coordinates, [](auto const& entry) { return !std::isfinite(entry.second); });
+    std::erase_if(coordinates, [](auto const& entry) { return !isStorableCoordinate(entry.second); });
     for (auto& [axisId, value] : coordinates) {
         value += 0.0; // -0 becomes 0.
     }

@@ -1,6 +1,7 @@
 #include "Typloom/TyploomCore/TLLayerCommands.h"
 
 #include "Platform/Foundation/NSNumberFormatter.h"
+#include "Typloom/TyploomCore/Storable.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 #include "Typloom/TyploomCore/TLFreshIdentifier.h"
 #include "Typloom/TyploomCore/TLInterpolation.h"
@@ -193,7 +194,7 @@ bool TLSetLayerCoordinate(TLLayer& layer, std::string const& axisId, std::option
 {
     auto const glyph = layer.glyph();
     auto const font = glyph ? glyph->font() : nullptr;
-    if (!font || !layer.isBraceLayer() || (value && !std::isfinite(*value))) {
+    if (!font || !layer.isBraceLayer() || (value && !isStorableCoordinate(*value))) {
         return false;
     }
     auto const own = glyphAxis(*glyph, axisId);
