@@ -54,16 +54,16 @@ void GlyphSave::checkNames() const
 {
     std::set<std::string> names;
     for (auto const& axis : m_states.after.glyph.axes) {
-        auto const fail = [&](std::string const& why) {
-            throw SaveProblem { "The glyph " + inQuotes(m_name) + " has " + why
-                + ", which files can't hold." };
+        auto const fail = [&](std::string const& what, char const* advice) {
+            throw SaveProblem { "The glyph " + inQuotes(m_name) + " has " + what
+                + ", which files can't hold. " + advice };
         };
         if (axis.name.empty()) {
-            fail("an axis without a name");
+            fail("an axis without a name", "Give it one.");
         } else if (!names.insert(axis.name).second) {
-            fail("two axes with the name " + inQuotes(axis.name));
+            fail("two axes with the name " + inQuotes(axis.name), "Give one of them another name.");
         } else if (!canBeStored(axis.name)) {
-            fail("an axis " + inQuotes(axis.name) + " with a character in its name");
+            fail("an axis " + inQuotes(axis.name) + " with a character in its name", "Give it another name.");
         }
     }
 }
