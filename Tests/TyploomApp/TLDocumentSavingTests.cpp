@@ -6,6 +6,7 @@
 #include "Typloom/TyploomApp/TLEditViewController.h"
 #include "Typloom/TyploomCore/TLFont.h"
 
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -105,6 +106,21 @@ TEST_F(TLDocumentSavingTest, savesByItsKeyAndOnlyWhatChanged)
     EXPECT_FALSE(window->widget()->isWindowModified());
     EXPECT_NE(glyphFile().find("width=\"321\""), std::string::npos) << glyphFile();
     EXPECT_EQ(files.read("Light.ufo/glyphs/B.glif"), before);
+}
+
+TEST_F(TLDocumentSavingTest, takesTheNumberThatIsStillBeingTyped)
+{
+    QLineEdit* width = nullptr;
+    for (auto* const field : window->widget()->findChildren<QLineEdit*>()) {
+        width = field->accessibleName() == "Width" ? field : width;
+    }
+    ASSERT_TRUE(width);
+    width->setFocus();
+    width->selectAll();
+    QTest::keyClicks(width, "654");
+    EXPECT_FALSE(window->widget()->isWindowModified());
+    press(*window, Qt::Key_S);
+    EXPECT_NE(glyphFile().find("width=\"654\""), std::string::npos) << glyphFile();
 }
 
 TEST_F(TLDocumentSavingTest, anotherProgramsChangeIsOverwrittenOnlyWhenTheUserSaysSo)

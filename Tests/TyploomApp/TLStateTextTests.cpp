@@ -45,6 +45,15 @@ TEST_F(TLCoordinatesTextTest, namesThePlaceOnEveryAxis)
     EXPECT_EQ(TLCoordinatesText(state), "weight 550.25") << "no glyph is edited";
 }
 
+TEST_F(TLCoordinatesTextTest, tellsAGlyphsAxisFromTheFontsOfItsName)
+{
+    EditFamily family;
+    FontBuilder::addGlyphAxis(family.b, "own", "weight", { 0, 3, 9 });
+    TLEditState state(family.font());
+    state.setGlyphNames({ "B" }, 0);
+    EXPECT_EQ(TLCoordinatesText(state), "weight (glyph) 3, weight 0");
+}
+
 TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)
 {
     EditFamily family;

@@ -58,9 +58,8 @@ TLDocumentSaving::TLDocumentSaving(
 
 void TLDocumentSaving::update()
 {
-    bool const isModified = m_font->history().isModified();
-    m_save->setEnabled(isModified);
-    m_window.setWindowModified(isModified);
+    // The command stays enabled: what is being typed is a change as soon as saving ends it.
+    m_window.setWindowModified(m_font->history().isModified());
 }
 
 void TLDocumentSaving::setSaveHandler(std::function<void(std::vector<std::string> const&)> handler)
