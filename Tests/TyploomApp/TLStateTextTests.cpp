@@ -49,9 +49,10 @@ TEST_F(TLCoordinatesTextTest, tellsAGlyphsAxisFromTheFontsOfItsName)
 {
     EditFamily family;
     FontBuilder::addGlyphAxis(family.b, "own", "weight", { 0, 3, 9 });
+    family.font()->axes()[0]->setAxisTag("wght");
     TLEditState state(family.font());
     state.setGlyphNames({ "B" }, 0);
-    EXPECT_EQ(TLCoordinatesText(state), "weight (glyph) 3, weight 0");
+    EXPECT_EQ(TLCoordinatesText(state), "weight 0, weight (glyph) 3");
 }
 
 TEST(TLStateText, namesTheNearestSourceInsteadOfAnInterpolation)

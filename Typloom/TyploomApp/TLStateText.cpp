@@ -37,13 +37,12 @@ std::string TLCoordinatesText(TLEditState const& state)
     return TLPlaceText(std::move(axes), value);
 }
 
-/// A glyph's own axes stand before the font's, and one of them can be called like one of those.
-static bool hasNamesakeBehind(TLAxis const& axis, std::vector<std::shared_ptr<TLAxis>> const& axes)
+/// Whether an axis, one of the glyph's own since those have no tag, is called like another.
+static bool isNamesakeOfGlyph(TLAxis const& axis, std::vector<std::shared_ptr<TLAxis>> const& axes)
 {
-    auto const place
-        = std::find_if(axes.begin(), axes.end(), [&axis](auto const& other) { return other.get() == &axis; });
-    return std::any_of(
-        std::next(place), axes.end(), [&axis](auto const& other) { return other->name() == axis.name(); });
+    return !axis.axisTag() && std::any_of(axes.begin(), axes.end(), [&axis](auto const& other) {
+        return other.get() != &axis && other->axisTag() && other->name() == axis.name();
+    });
 }
 
 std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
@@ -57,7 +56,7 @@ std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
     std::string text;
     for (std::size_t index = 0; index < std::min(axes.size(), mostAxes); ++index) {
         auto const& axis = *axes[index];
-        text += (index == 0 ? "" : ", ") + axis.name() + (hasNamesakeBehind(axis, all) ? " (glyph) " : " ")
+        text += (index == 0 ? "" : ", ") + axis.name() + (isNamesakeOfGlyph(axis, all) ? " (glyph) " : " ")
             + numberText(value(axis).value_or(0));
     }
     return axes.size() > mostAxes ? text + ", …" : text;
