@@ -321,8 +321,18 @@ Result<std::shared_ptr<TLFont>> openFamily(
     return FamilyOpener(path, std::move(*document), std::move(files), known).open(std::move(report));
 }
 
-Result<std::shared_ptr<TLFont>> TLOpenFamily(std::filesystem::path const& path)
+/// A save replaces files, so it has to know that behind a link.
+static std::filesystem::path pathBehindLink(std::filesystem::path const& path)
 {
+    std::error_code problem;
+    auto const target
+        = std::filesystem::is_symlink(path, problem) ? std::filesystem::canonical(path, problem) : path;
+    return problem ? path : target;
+}
+
+Result<std::shared_ptr<TLFont>> TLOpenFamily(std::filesystem::path const& givenPath)
+{
+    auto const path = pathBehindLink(givenPath);
     auto const recovery = recoverFamily(path);
     auto opened = openFamily(path, std::make_shared<FamilyFiles>());
     if (opened && !recovery.sentence.empty()) {

@@ -42,9 +42,10 @@ std::string makeTag(std::string const& name, std::set<std::string> const& used)
 
 } // namespace
 
-FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource& family)
+FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource& family, bool replacesLostFiles)
     : m_font(font)
     , m_family(family)
+    , m_replacesLostFiles(replacesLostFiles)
     , m_before(font.history().savedFont())
     , m_after(font.state())
     , m_modified(font.history().modifiedGlyphs())
@@ -156,7 +157,8 @@ void FamilySavePlan::addMaster(TLMasterState const& master, XmlElement behind)
         m_sources.fontPlace(place), element });
 }
 
-/// The glyphs' own sources name axes of the font, and stand where masters stand.
+/// The glyphs' own sources name axes of the font, and stand where masters stand; their own axes hide new ones
+/// of the font that have the same name.
 bool FamilySavePlan::concernsOwnSources() const
 {
     auto const isOther = [](auto const* after, auto const& before, auto field) {
@@ -164,6 +166,8 @@ bool FamilySavePlan::concernsOwnSources() const
     };
     return std::any_of(m_before.axes.begin(), m_before.axes.end(), [&](TLAxisState const& axis) {
         return isOther(find(m_after.axes, &TLAxisState::axisId, axis.axisId), axis, &TLAxisState::name);
+    }) || std::any_of(m_after.axes.begin(), m_after.axes.end(), [&](TLAxisState const& axis) {
+        return !find(m_before.axes, &TLAxisState::axisId, axis.axisId);
     }) || std::any_of(m_before.masters.begin(), m_before.masters.end(), [&](TLMasterState const& master) {
         return isOther(find(m_after.masters, &TLMasterState::id, master.id), master, &TLMasterState::values);
     });
@@ -191,8 +195,8 @@ void FamilySavePlan::saveGlyph(std::string const& name)
     auto const after = glyph->state();
     auto const modified = m_modified.find(name);
     auto const& before = modified == m_modified.end() ? after : modified->second;
-    GlyphSave save(
-        name, glyph->unicodes(), { { before, m_before }, { after, m_after } }, m_sources, m_family);
+    GlyphSave save(name, glyph->unicodes(), { { before, m_before }, { after, m_after } }, m_sources, m_family,
+        m_replacesLostFiles);
     save.run();
     m_origins.emplace(name, save.origins());
     m_removed.emplace(name, save.removed());
@@ -203,14 +207,35 @@ void FamilySavePlan::saveGlyph(std::string const& name)
     addNotes(*glyph);
 }
 
+/// The names of a glyph's layers that do not stand at the default of an axis of the font.
+std::string FamilySavePlan::layersOff(TLGlyph const& glyph, TLAxisState const& axis) const
+{
+    std::string names;
+    for (auto const& layer : glyph.state().layers) {
+        auto const* master = find(m_after.masters, &TLMasterState::id, layer->layerId);
+        auto const place = m_sources.fontPlace(master ? coordinatesOf(*master) : layer->coordinates);
+        if (layer->kind != TLLayerKind::other && place.find(axis.axisId)->second != axis.defaultValue) {
+            auto const& name = master ? master->name : layer->name;
+            names += (names.empty() ? "" : ", ") + inQuotes(name.empty() ? layer->layerId : name);
+        }
+    }
+    return names;
+}
+
 void FamilySavePlan::addNotes(TLGlyph const& glyph)
 {
-    for (auto const& axis : glyph.axes()) {
-        if (find(m_after.axes, &TLAxisState::name, axis->name())) {
-            m_notes.push_back("The axis " + inQuotes(axis->name()) + " of glyph " + inQuotes(glyph.name())
-                + " has the name of an axis of the font: other programs will not move this glyph on the "
-                  "font's axis.");
+    for (auto const& own : glyph.axes()) {
+        auto const* axis = find(m_after.axes, &TLAxisState::name, own->name());
+        if (!axis) {
+            continue;
         }
+        auto const moved = layersOff(glyph, *axis);
+        m_notes.push_back("The axis " + inQuotes(own->name()) + " of glyph " + inQuotes(glyph.name())
+            + " has the name of an axis of the font: "
+            + (moved.empty() ? "other programs will not move this glyph on the font's axis."
+                             : "in other programs its sources fall together on one place there, and it can't "
+                               "be interpolated at all. Layers that change place: "
+                        + moved + "."));
     }
 }
 
@@ -233,6 +258,13 @@ bool FamilySavePlan::isNeeded(TLCoordinates const& place) const
             return layer && m_sources.fontPlace(layer->coordinates()) == place;
         });
     });
+}
+
+bool FamilySavePlan::changesOutline(std::string const& glyph, TLLayerState const& layer) const
+{
+    auto const before = m_modified.find(glyph);
+    auto const* saved = before == m_modified.end() ? &layer : before->second.layer(layer.layerId);
+    return !saved || saved->outline != layer.outline;
 }
 
 KnownFamily FamilySavePlan::known() const

@@ -6,7 +6,8 @@
 /// What the files of a family have to become for its document as it is now. Nothing is written.
 class FamilySavePlan {
 public:
-    FamilySavePlan(TLFont& font, FamilyGlyphSource& family);
+    /// `replacesLostFiles`: glyphs' files that other programs have broken or removed are written anew.
+    FamilySavePlan(TLFont& font, FamilyGlyphSource& family, bool replacesLostFiles);
 
     /// Throws a `SaveProblem`.
     void run();
@@ -22,6 +23,8 @@ public:
     };
     /// Layers that share a file with one that was changed and will be drawn like it.
     std::vector<Follower> const& followers() const { return m_followers; }
+    /// Whether a layer is drawn otherwise than it was when it was saved last.
+    bool changesOutline(std::string const& glyph, TLLayerState const& layer) const;
     /// What other programs will make of it, a sentence each.
     std::vector<std::string> const& notes() const { return m_notes; }
     /// With what the family is to be read again.
@@ -35,11 +38,13 @@ private:
     std::set<std::string> glyphsToSave() const;
     void saveGlyph(std::string const& name);
     void addNotes(TLGlyph const& glyph);
+    std::string layersOff(TLGlyph const& glyph, TLAxisState const& axis) const;
     bool isNeeded(TLCoordinates const& place) const;
     bool concernsOwnSources() const;
 
     TLFont& m_font;
     FamilyGlyphSource& m_family;
+    bool m_replacesLostFiles;
     TLFontState m_before;
     TLFontState m_after;
     std::map<std::string, TLGlyphState> m_modified; ///< As they were saved.

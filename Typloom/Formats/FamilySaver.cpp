@@ -133,7 +133,11 @@ public:
 
     Outcome run(TLSaveOptions const& options)
     try {
-        FamilySavePlan plan(*m_font, *m_family);
+        if (auto const missing = missingPart()) {
+            return { .kind = Outcome::Kind::failed,
+                .sentence = "Nothing was saved. " + inQuotes(shown(*missing)) + " is not there any more." };
+        }
+        FamilySavePlan plan(*m_font, *m_family, options.overwriteForeignChanges);
         plan.run();
         auto const pending = plan.files().finish();
         auto const changed = changedFiles(pending);
@@ -153,6 +157,22 @@ public:
     }
 
 private:
+    /// The designspace or the UFO of a source that stays; none when all are there.
+    std::optional<Path> missingPart() const
+    {
+        std::vector<Path> parts { m_font->path().lexically_normal() };
+        for (auto const& source : m_family->family().sources) {
+            if (source.kind != TLLayerKind::master || m_font->fontMasterForId(source.id)) {
+                parts.push_back(source.ufo->folder().lexically_normal());
+            }
+        }
+        auto const missing = std::find_if(parts.begin(), parts.end(), [](Path const& path) {
+            std::error_code problem;
+            return !std::filesystem::exists(path, problem) && !problem;
+        });
+        return missing == parts.end() ? std::nullopt : std::optional(*missing);
+    }
+
     template <class Files> std::vector<std::string> changedFiles(Files const& files) const
     {
         std::vector<std::string> changed;
@@ -200,7 +220,7 @@ private:
         SaveCheck check(*m_font, *m_family, plan);
         {
             PendingReading const asIfWritten(*m_family->files(), pending);
-            check.run(pending, !changed.empty());
+            check.run(pending, !changedFiles(m_family->files()->stamps()).empty());
         }
         PendingWriter writer(*m_font, *m_family, m_fileSystem);
         if (auto sentence = pending.empty() ? std::string {} : writer.write(pending); !sentence.empty()) {

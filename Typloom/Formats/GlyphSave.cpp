@@ -13,19 +13,23 @@ bool canBeStored(std::string_view text)
 } // namespace
 
 GlyphSave::GlyphSave(std::string glyphName, std::vector<char32_t> const& unicodes, States states,
-    SourceDraft& sources, FamilyGlyphSource const& family)
+    SourceDraft& sources, FamilyGlyphSource const& family, bool replacesLostFiles)
     : m_name(std::move(glyphName))
     , m_unicodes(unicodes)
     , m_states(states)
     , m_sources(sources)
     , m_files(sources.files())
     , m_family(family)
+    , m_replacesLostFiles(replacesLostFiles)
 {
 }
 
 void GlyphSave::run()
 {
     checkNames();
+    if (m_replacesLostFiles) {
+        replaceLostFiles();
+    }
     openDesignspace();
     collect();
     for (auto& work : m_work) {
@@ -68,6 +72,14 @@ void GlyphSave::checkNames() const
     }
 }
 
+bool GlyphSave::hasOwnDesignspace() const
+{
+    auto const origins = m_family.originsOf(m_name);
+    return !m_states.before.glyph.axes.empty() || !m_states.after.glyph.axes.empty()
+        || std::any_of(
+            origins.begin(), origins.end(), [](auto const& origin) { return origin.isOfLocalSource; });
+}
+
 std::string GlyphSave::whatLayer(TLLayerState const& layer) const
 {
     return "The layer " + inQuotes(layer.name.empty() ? layer.layerId : layer.name) + " of glyph "
@@ -81,13 +93,20 @@ void GlyphSave::openDesignspace()
         return;
     }
     m_holder = { source->ufo, m_files.defaultLayer(source->ufo) };
-    auto glif = readDraft(m_files.glifPath(m_holder->first, m_holder->second, m_name));
+    auto const path = m_files.glifPath(m_holder->first, m_holder->second, m_name);
+    if (!hasOwnDesignspace() && !isWhole(path)) {
+        return; // Nothing of it is to be changed.
+    }
+    auto glif = readDraft(path);
     m_designspace.emplace(m_name, std::move(glif.glyphDesignspace).value_or(PlistValue {}),
         std::move(glif.glyphAxes).value_or(PlistValue {}), m_states.before, m_states.after);
 }
 
 GlyphDesignspaceEdit& GlyphSave::designspace()
 {
+    if (!m_designspace && m_holder) {
+        readDraft(m_files.glifPath(m_holder->first, m_holder->second, m_name)); // Says why not.
+    }
     if (!m_designspace) {
         throw SaveProblem { "The glyph " + inQuotes(m_name)
             + " has axes or layers of its own but none in the default master, where files keep them." };
@@ -183,7 +202,7 @@ void GlyphSave::decideOwnSource(Work& work)
         return;
     }
     if (standing.empty()) {
-        m_sources.addSparse(work.after->coordinates, ufo, m_sources.nameFor(*work.after, {}));
+        m_sources.addSparse(work.after->coordinates, ufo, m_sources.nameFor(work.after->coordinates));
     }
     designspace().moveSource(*work.ownSource, *work.before, *work.after);
     place(work, ufo, ufoLayer, true);
@@ -280,7 +299,7 @@ void GlyphSave::placeOwnSource(Work& work, LayerOrigin const* former)
     auto const standing = m_sources.standingAt(layer.coordinates);
     auto const ufo = standing.empty() ? m_sources.ufoFor(layer.associatedMasterId) : standing.front()->ufo;
     if (standing.empty()) {
-        m_sources.addSparse(layer.coordinates, ufo, m_sources.nameFor(layer, {}));
+        m_sources.addSparse(layer.coordinates, ufo, m_sources.nameFor(layer.coordinates));
     }
     auto const ufoLayer = freeLayer(ufo, wanted);
     work.ownSource = designspace().addSource(layer, name, ufoLayer);

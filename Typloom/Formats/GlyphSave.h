@@ -18,8 +18,9 @@ public:
         GlyphInFont before;
         GlyphInFont after;
     };
+    /// `replacesLostFiles`: those that were read, and were broken or removed since, are written anew.
     GlyphSave(std::string glyphName, std::vector<char32_t> const& unicodes, States states,
-        SourceDraft& sources, FamilyGlyphSource const& family);
+        SourceDraft& sources, FamilyGlyphSource const& family, bool replacesLostFiles);
 
     /// Throws a `SaveProblem`.
     void run();
@@ -47,7 +48,9 @@ private:
     static File fileOf(LayerOrigin const& origin) { return { origin.ufo, origin.ufoLayer }; }
 
     void checkNames() const;
+    void replaceLostFiles();
     void openDesignspace();
+    bool hasOwnDesignspace() const;
     GlyphDesignspaceEdit& designspace();
     void collect();
     void decide(Work& work);
@@ -59,6 +62,7 @@ private:
     bool isUsed(std::string const& ufo, std::string const& ufoLayer) const;
     std::string freeLayer(std::string const& ufo, std::string const& wanted);
     void place(Work& work, std::string ufo, std::string ufoLayer, bool isOfOwnSource);
+    bool isWhole(std::filesystem::path const& path);
     Glif readDraft(std::filesystem::path const& path);
     void writeFiles();
     void writeFile(File const& file, std::vector<Work*> const& users);
@@ -76,6 +80,7 @@ private:
     SourceDraft& m_sources;
     FamilyDraft& m_files;
     FamilyGlyphSource const& m_family;
+    bool m_replacesLostFiles;
     std::optional<File> m_holder; ///< The file that tells the glyph's own axes.
     std::optional<GlyphDesignspaceEdit> m_designspace;
     std::vector<Work> m_work;

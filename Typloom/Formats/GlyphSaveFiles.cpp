@@ -17,6 +17,31 @@ Glif GlyphSave::readDraft(std::filesystem::path const& path)
     return std::move(*glif);
 }
 
+bool GlyphSave::isWhole(std::filesystem::path const& path)
+try {
+    readDraft(path);
+    return true;
+} catch (SaveProblem const&) {
+    return false;
+}
+
+void GlyphSave::replaceLostFiles()
+{
+    for (auto const& origin : m_family.originsOf(m_name)) {
+        auto const* before = m_states.before.glyph.layer(origin.layerId);
+        auto const* after = m_states.after.glyph.layer(origin.layerId);
+        bool const wasRead = before && !before->problem && m_files.hasUfo(origin.ufo)
+            && m_files.hasGlyph(origin.ufo, origin.ufoLayer, m_name);
+        if (!wasRead) {
+            continue;
+        }
+        auto const path = m_files.glifPath(origin.ufo, origin.ufoLayer, m_name);
+        if (!isWhole(path)) {
+            m_files.create(path, glifText(m_name, m_unicodes, (after ? after : before)->outline));
+        }
+    }
+}
+
 void GlyphSave::writeFiles()
 {
     std::map<File, std::vector<Work*>> users;

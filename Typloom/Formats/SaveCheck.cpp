@@ -61,7 +61,7 @@ void SaveCheck::run(FamilyFiles::Pending const& pending, bool filesHaveChanged)
         }
     }
     for (auto const& [name, origins] : m_plan.origins()) {
-        compareGlyph(name, pending, filesHaveChanged);
+        compareGlyph(name, filesHaveChanged);
     }
 }
 
@@ -111,8 +111,7 @@ TLOutline const& SaveCheck::wantedOutline(std::string const& glyph, TLLayerState
     return follower == followers.end() ? layer.outline : follower->outline;
 }
 
-void SaveCheck::compareGlyph(
-    std::string const& name, FamilyFiles::Pending const& pending, bool filesHaveChanged) const
+void SaveCheck::compareGlyph(std::string const& name, bool filesHaveChanged) const
 {
     auto const& family = m_newFamily ? *m_newFamily : m_family.family();
     std::vector<std::string> report;
@@ -137,9 +136,7 @@ void SaveCheck::compareGlyph(
     }
     for (auto const& layer : wanted.layers) {
         auto const* found = now.layer(matches.at(layer->layerId));
-        auto const* origin = findOrigin(origins, layer->layerId);
-        auto const path = family.glifPath(origin->ufo, origin->ufoLayer, name);
-        bool const counts = !filesHaveChanged || (path && pending.contains(*path));
+        bool const counts = !filesHaveChanged || m_plan.changesOutline(name, *layer);
         if (counts && !areAlike(found->outline, wantedOutline(name, *layer))) {
             fail("The layer " + inQuotes(layer->name));
         }

@@ -7,8 +7,8 @@ class SaveCheck {
 public:
     SaveCheck(TLFont& font, FamilyGlyphSource& family, FamilySavePlan const& plan);
 
-    /// Throws a `SaveProblem` when anything of what is written would be read back as something else. Glyphs
-    /// of which other programs have changed files are compared only where the plan writes.
+    /// Throws a `SaveProblem` when anything of what is written would be read back as something else. When
+    /// other programs have changed files, only outlines that the document has changed are compared.
     void run(FamilyFiles::Pending const& pending, bool filesHaveChanged);
     /// The family with its new structure; none when the plan leaves that as it is.
     std::optional<Family> const& newFamily() const { return m_newFamily; }
@@ -16,8 +16,7 @@ public:
 private:
     void readFamily(FamilyFiles::Pending const& pending);
     void compareFont(TLFont const& read) const;
-    void compareGlyph(
-        std::string const& name, FamilyFiles::Pending const& pending, bool filesHaveChanged) const;
+    void compareGlyph(std::string const& name, bool filesHaveChanged) const;
     TLOutline const& wantedOutline(std::string const& glyph, TLLayerState const& layer) const;
 
     TLFont& m_font;

@@ -41,9 +41,8 @@ std::optional<FormatError> SaveRun::beginJournal()
     auto const name = journalPath(m_designspace).filename().string();
     auto const text = m_work->journal().text();
     auto const place = m_work->base().placeOf(name);
-    auto const failed = [&](int result) { return m_work->base().errorAt(name, reasonOfWriting(-result)); };
-    auto const inTheWay
-        = m_work->base().errorAt(name, "another program is at work on the family at this moment");
+    auto const failed = [&](int result) { return m_work->folderError(reasonOfWriting(-result)); };
+    auto const inTheWay = m_work->folderError("another program is at work on the family at this moment");
     int result = m_files.open(place->folder, name, O_WRONLY | O_CREAT | O_EXCL, 0666);
     if (result < 0) {
         return result == -EEXIST ? inTheWay : failed(result);
@@ -158,8 +157,7 @@ std::optional<FormatError> SaveRun::commit()
     }
     int result = writeWhole(m_journalFile.get(), journalCommitLine);
     result = result < 0 ? result : m_files.synchronize(m_journalFile.get());
-    auto const name = journalPath(m_designspace).filename().string();
-    return result < 0 ? std::optional(m_work->base().errorAt(name, reasonOfWriting(-result))) : std::nullopt;
+    return result < 0 ? std::optional(m_work->folderError(reasonOfWriting(-result))) : std::nullopt;
 }
 
 std::optional<FormatError> SaveRun::finish()

@@ -14,6 +14,7 @@ using Kind = JournalEntry::Kind;
 SaveWork::SaveWork(FileSystem& files, std::filesystem::path const& designspace, SaveJournal journal)
     : m_files(&files)
     , m_journal(std::move(journal))
+    , m_designspaceName(designspace.filename().string())
     , m_journalName(journalPath(designspace).filename().string())
 {
 }
@@ -25,7 +26,7 @@ Result<SaveWork> SaveWork::open(
     auto const folder = designspace.parent_path();
     auto base = RootFolder::open(files, folder, {});
     if (!base || !base->exists()) {
-        return base ? base->errorAt(work.m_journalName, reasonOfWriting(ENOENT)) : base.error();
+        return base ? work.folderError(reasonOfWriting(ENOENT)) : base.error();
     }
     work.m_base = std::move(*base);
     for (auto const& name : work.m_journal.roots) {
@@ -41,6 +42,11 @@ Result<SaveWork> SaveWork::open(
 FormatError SaveWork::errorAt(JournalEntry const& entry, int problem) const
 {
     return m_roots[entry.root].errorAt(entry.path, reasonOfWriting(problem));
+}
+
+FormatError SaveWork::folderError(std::string reason) const
+{
+    return { .file = m_designspaceName, .reason = std::move(reason), .verb = "save into the folder of" };
 }
 
 std::optional<FormatError> SaveWork::outcome(
@@ -231,9 +237,8 @@ std::optional<FormatError> SaveWork::removeJournal()
     auto const place = m_base.placeOf(m_journalName);
     int const result = m_files->removeFile(place->folder, m_journalName);
     m_files->synchronize(place->folder);
-    return result < 0 && result != -ENOENT
-        ? std::optional(m_base.errorAt(m_journalName, reasonOfWriting(-result)))
-        : std::nullopt;
+    return result < 0 && result != -ENOENT ? std::optional(folderError(reasonOfWriting(-result)))
+                                           : std::nullopt;
 }
 
 std::optional<FormatError> SaveWork::synchronizeFolders()

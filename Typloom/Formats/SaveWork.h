@@ -15,6 +15,8 @@ public:
     /// The designspace's own folder.
     RootFolder& base() { return m_base; }
     FormatError errorAt(JournalEntry const& entry, int problem) const;
+    /// Of the folder in which the journal lies, which nobody knows by its own name.
+    FormatError folderError(std::string reason) const;
     /// Of a file beside an entry's target, or of the target itself; none when there is none.
     Result<std::optional<std::uint64_t>> hashOf(JournalEntry const& entry, std::string const* name = nullptr);
 
@@ -53,6 +55,7 @@ private:
 
     FileSystem* m_files;
     SaveJournal m_journal;
+    std::string m_designspaceName;
     std::string m_journalName;
     RootFolder m_base;
     std::vector<RootFolder> m_roots;

@@ -129,6 +129,13 @@ std::string SourceDraft::nameFor(TLLayerState const& layer, std::vector<TLAxisSt
     return name.empty() ? "layer" : name;
 }
 
+std::string SourceDraft::nameFor(TLCoordinates const& coordinates) const
+{
+    TLLayerState layer;
+    layer.coordinates = coordinates;
+    return nameFor(layer, {});
+}
+
 std::string SourceDraft::uniqueName(std::string const& wanted) const
 {
     auto const used = m_designspace.sourceNames();

@@ -30,6 +30,8 @@ public:
     std::string ufoFor(std::optional<std::string> const& masterId) const;
     /// The layer's own name, or one made of its place.
     std::string nameFor(TLLayerState const& layer, std::vector<TLAxisState> const& ownAxes) const;
+    /// One made of a place on the font's axes alone.
+    std::string nameFor(TLCoordinates const& coordinates) const;
 
     /// A new layer without glyphs, and the source that brings it.
     PlannedSource addSparse(
