@@ -77,6 +77,36 @@ TEST_F(FamilyReload, leavesWhatIsChangedHereToo)
     expectToBeAsTheFiles();
 }
 
+TEST_F(FamilyReload, followsTheLayersOfAGlyphThatAreNotChangedHere)
+{
+    auto const axis = std::make_shared<TLAxis>();
+    axis->setName("Serif");
+    a->insertObjectInAxesAtIndex(axis, a->countOfAxes());
+    font->history().endStep();
+    auto const thin = a->layerForId("Skarvane Thin");
+    auto outline = thin->outline();
+    outline.advance = 123;
+    thin->setOutline(outline);
+    copy.replace(file, "width=\"491\"", "width=\"500\"");
+    auto outcome = TLReloadChangedFiles(font);
+    EXPECT_TRUE(outcome.anything);
+    EXPECT_THAT(outcome.sentences, ElementsAre());
+    EXPECT_EQ(a->layerForId("Skarvane Regular")->outline().advance, 500);
+
+    copy.replace("Skarvane-Thin.ufo/glyphs/a.glif", "<advance width=\"", "<advance width=\"1");
+    copy.replace(file, "width=\"500\"", "width=\"510\"");
+    outcome = TLReloadChangedFiles(font);
+    EXPECT_THAT(outcome.sentences, ElementsAre(HasSubstr("The glyph 'a' was changed by another program")));
+    EXPECT_EQ(a->layerForId("Skarvane Regular")->outline().advance, 510);
+    EXPECT_EQ(thin->outline().advance, 123);
+    EXPECT_THAT(TLSaveFamily(font).files, ElementsAre("Skarvane-Thin.ufo/glyphs/a.glif"));
+    font->history().undo();
+    TLReloadChangedFiles(font);
+    EXPECT_EQ(a->axes().back()->name(), "Serif");
+    font->history().undo();
+    expectToBeAsTheFiles();
+}
+
 TEST_F(FamilyReload, waitsForAFileThatIsStillBeingWritten)
 {
     auto const before = textOf(*font);

@@ -128,7 +128,7 @@ private:
     void readGlyph(std::string const& name, std::shared_ptr<TLGlyph> const& glyph)
     {
         if (m_modified.contains(name)) {
-            if (isConcerned(name)) {
+            if (isConcerned(name) && !mergeOutlines(*glyph)) {
                 m_outcome.sentences.push_back("The glyph " + inQuotes(name)
                     + " was changed by another program; it is left as it is here, since it has changes that "
                       "are "
@@ -153,6 +153,103 @@ private:
         }
         for (auto& sentence : report) {
             m_font->addToReport(std::move(sentence));
+        }
+    }
+
+    /// Layers that are drawn as they were saved follow their files. False when anything of the files is left.
+    bool mergeOutlines(TLGlyph& glyph)
+    {
+        auto const& saved = m_modified.at(glyph.name());
+        std::map<Path, FileStamp> stamps;
+        std::vector<std::string> report;
+        GlyphLoader loader(m_family->family(), m_font, glyph.name(), report);
+        std::shared_ptr<TLGlyph> read;
+        {
+            StampTrial const trial(m_files);
+            read = loader.load();
+            stamps = m_files.stamps();
+        }
+        if (!read || hasNewProblem(saved, read->state())) {
+            return true; // It may still be being written.
+        }
+        auto const origins = m_family->originsOf(glyph.name());
+        auto redrawn = redrawnLayers(saved, origins, read->state(), loader.origins());
+        if (!redrawn) {
+            return false;
+        }
+        auto now = glyph.state();
+        auto const left = takeOutlines(now, *redrawn);
+        if (!redrawn->empty()) {
+            glyph.restore(now);
+            m_font->history().didReloadOutlines(glyph.name(), *redrawn);
+            m_outcome.anything = true;
+        }
+        acceptFiles(glyph.name(), origins, left, stamps);
+        return left.empty();
+    }
+
+    /// None when more than outlines differ.
+    std::optional<TLDocumentHistory::Redrawn> redrawnLayers(TLGlyphState const& saved,
+        std::vector<LayerOrigin> const& savedOrigins, TLGlyphState const& read,
+        std::vector<LayerOrigin> const& readOrigins) const
+    {
+        TLDocumentHistory::Redrawn redrawn;
+        auto const matches
+            = matchLayers(read, readOrigins, saved, savedOrigins, m_font->history().savedFont());
+        if (read.axes != saved.axes || matches.size() != read.layers.size()
+            || matches.size() != saved.layers.size()) {
+            return std::nullopt;
+        }
+        for (auto const& layer : read.layers) {
+            auto const* before = saved.layer(matches.at(layer->layerId));
+            auto const* origin = findOrigin(readOrigins, layer->layerId);
+            if (origin->isOfLocalSource && before->name != layer->name) {
+                return std::nullopt;
+            }
+            if (before->outline != layer->outline) {
+                redrawn.emplace(before->layerId, std::pair(before->outline, layer->outline));
+            }
+        }
+        return redrawn;
+    }
+
+    /// Those that are drawn otherwise here, or are gone, are left: taken out and returned.
+    static std::set<std::string> takeOutlines(TLGlyphState& glyph, TLDocumentHistory::Redrawn& redrawn)
+    {
+        std::set<std::string> left;
+        for (auto const& [layerId, outlines] : redrawn) {
+            auto const* layer = glyph.layer(layerId);
+            if (!layer || (layer->outline != outlines.first && layer->outline != outlines.second)) {
+                left.insert(layerId);
+            }
+        }
+        std::erase_if(redrawn, [&left](auto const& entry) { return left.contains(entry.first); });
+        for (auto& layer : glyph.layers) {
+            auto const entry = redrawn.find(layer->layerId);
+            if (entry != redrawn.end()) {
+                auto state = *layer;
+                state.outline = entry->second.second;
+                layer = std::make_shared<TLLayerState const>(std::move(state));
+            }
+        }
+        return left;
+    }
+
+    /// Of the files that were followed it is remembered how they are now; not of those that were left.
+    void acceptFiles(std::string const& name, std::vector<LayerOrigin> const& origins,
+        std::set<std::string> const& left, std::map<Path, FileStamp> const& stamps)
+    {
+        std::map<Path, bool> isLeft;
+        for (auto const& origin : origins) {
+            if (auto const path = m_family->family().glifPath(origin.ufo, origin.ufoLayer, name)) {
+                isLeft[*path] = isLeft[*path] || left.contains(origin.layerId);
+            }
+        }
+        for (auto const& [path, stays] : isLeft) {
+            auto const stamp = stamps.find(path);
+            if (!stays && stamp != stamps.end()) {
+                m_files.setStamp(path, stamp->second);
+            }
         }
     }
 

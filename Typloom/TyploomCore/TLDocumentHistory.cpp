@@ -280,6 +280,33 @@ void TLDocumentHistory::didReload(TLGlyph const& glyph)
     m_saved.glyphs.erase(glyph.name());
 }
 
+void TLDocumentHistory::didReloadOutlines(std::string const& glyphName, Redrawn const& layers)
+{
+    auto const redraw = [&](States& states) {
+        auto const glyph = states.glyphs.find(glyphName);
+        if (glyph == states.glyphs.end()) {
+            return;
+        }
+        for (auto& layer : glyph->second.layers) {
+            auto const redrawn = layers.find(layer->layerId);
+            if (redrawn != layers.end() && layer->outline == redrawn->second.first) {
+                auto state = *layer;
+                state.outline = redrawn->second.second;
+                layer = std::make_shared<TLLayerState const>(std::move(state));
+            }
+        }
+    };
+    endStep();
+    for (auto* steps : { &m_undo, &m_redo }) {
+        for (auto& step : *steps) {
+            redraw(step.before);
+            redraw(step.after);
+        }
+    }
+    redraw(m_saved);
+    TLSetNeedsUpdateInterface();
+}
+
 void TLDocumentHistory::didReloadFont()
 {
     forgetSteps([](Step const& step) { return step.before.font.has_value(); });

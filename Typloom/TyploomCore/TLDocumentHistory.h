@@ -37,6 +37,10 @@ public:
     /// A glyph is now as in its files, which another program has changed. The steps
     /// that touched it, and those before them, can't be undone any more.
     void didReload(TLGlyph const& glyph);
+    /// Layers of a glyph were drawn by another program, in files and document alike; what else is not saved
+    /// stays so. By layer: how it was drawn and how it is now. Steps in which it was drawn so can be undone.
+    using Redrawn = std::map<std::string, std::pair<TLOutline, TLOutline>>;
+    void didReloadOutlines(std::string const& glyphName, Redrawn const& layers);
     /// The same of the font itself.
     void didReloadFont();
     /// Nothing can be undone, and the document is as in its files.
