@@ -1,5 +1,21 @@
 #include "Platform/Qt/DrawingConversions.h"
 
+#include <QFontDatabase>
+#include <QFontMetricsF>
+
+/// Whether a font gives every digit the same place, so that a number does not shake while it changes.
+static bool hasDigitsOfOneWidth(QFont const& font)
+{
+    QFontMetricsF const metrics(font);
+    auto const width = metrics.horizontalAdvance(QChar('0'));
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        if (metrics.horizontalAdvance(QChar(digit)) != width) {
+            return false;
+        }
+    }
+    return true;
+}
+
 QColor toQColor(NSColor color)
 {
     return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
@@ -25,6 +41,9 @@ QFont toQFont(NSFont const& font)
     case NSFontWeight::bold:
         result.setWeight(QFont::Bold);
         break;
+    }
+    if (font.hasMonospacedDigits() && !hasDigitsOfOneWidth(result)) {
+        result.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
     }
     return result;
 }

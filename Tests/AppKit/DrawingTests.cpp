@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QProcess>
+#include <QTemporaryDir>
+
 #include <cmath>
 
 namespace {
@@ -270,6 +275,32 @@ TEST(NSFont, ofSizeNoughtIsTheSystemsSize)
     auto const bold = toQFont(*NSFont::systemFont(20, NSFontWeight::bold));
     EXPECT_EQ(bold.pointSizeF(), 20);
     EXPECT_TRUE(bold.bold());
+}
+
+TEST(NSFont, monospacedDigitsHaveOneWidthWhateverTheSystemsFont)
+{
+    QTemporaryDir const folder;
+    auto const file = folder.filePath("uneven.ttf");
+    QProcess::execute("/usr/bin/python3", { SOURCE_FOLDER "/Tests/AppKit/uneven_digits.py", file });
+    auto const added = QFontDatabase::addApplicationFont(file);
+    if (added < 0) {
+        GTEST_SKIP() << "python3-fonttools is not installed";
+    }
+    auto const advance = [](NSFont const& font, char digit) {
+        return QFontMetricsF(toQFont(font)).horizontalAdvance(QChar(digit));
+    };
+    auto const plain = NSFont::systemFont(20);
+    auto const numbers = NSFont::legibleDigitsFontOfSize(20);
+    auto const original = QApplication::font();
+    EXPECT_EQ(toQFont(*numbers).family(), original.family()) << "its digits are of one width already";
+    QApplication::setFont(QFont("Uneven Digits"));
+    ASSERT_NE(advance(*plain, '0'), advance(*plain, '9'));
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        EXPECT_EQ(advance(*numbers, digit), advance(*numbers, '0')) << digit;
+    }
+    EXPECT_EQ(toQFont(*numbers).pointSizeF(), 20);
+    QApplication::setFont(original);
+    QFontDatabase::removeApplicationFont(added);
 }
 
 TEST(NSAnimationContext, groupsNestAndGiveBackWhatHeldBefore)
