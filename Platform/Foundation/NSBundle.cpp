@@ -32,6 +32,31 @@ std::filesystem::path normalized(std::filesystem::path const& path)
     return absolute.has_filename() ? absolute : absolute.parent_path();
 }
 
+std::string readFile(std::filesystem::path const& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return { std::istreambuf_iterator<char>(stream), {} };
+}
+
+/// A description is a few lines; a file beyond this is none.
+constexpr std::uintmax_t largestDescription = 1 << 20;
+
+/// Empty where a bundle's description names none.
+std::string describedIdentifier(std::filesystem::path const& file)
+{
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)
+        || std::filesystem::file_size(file, error) > largestDescription) {
+        return {};
+    }
+    auto const description = NSParseStringsTable(readFile(file));
+    if (!description) {
+        return {};
+    }
+    auto const entry = description->find("Identifier");
+    return entry == description->end() ? std::string() : entry->second;
+}
+
 } // namespace
 
 std::shared_ptr<NSBundle> NSBundle::mainBundle()
@@ -68,7 +93,11 @@ std::shared_ptr<NSBundle> NSBundle::bundleWithIdentifier(std::string_view identi
 
 NSBundle::NSBundle(std::filesystem::path path)
     : m_path(normalized(path))
+    , m_identifier(m_path.empty() ? std::string() : describedIdentifier(m_path / "Info.strings"))
 {
+    if (m_identifier.empty()) {
+        m_identifier = m_path.stem().string();
+    }
 }
 
 std::optional<std::filesystem::path> NSBundle::pathForResource(
@@ -98,9 +127,7 @@ NSBundle::StringTable const& NSBundle::table(std::string const& language) const
     auto const [entry, isNew] = m_tables.try_emplace(language);
     auto const file = isNew ? pathForResource(language + ".lproj/Localizable", "strings") : std::nullopt;
     if (file) {
-        std::ifstream stream(*file, std::ios::binary);
-        std::string const text { std::istreambuf_iterator<char>(stream), {} };
-        if (auto strings = NSParseStringsTable(text)) {
+        if (auto strings = NSParseStringsTable(readFile(*file))) {
             entry->second = std::move(*strings);
         } else {
             std::fprintf(stderr, "Cannot read %s: it is no table of strings\n", file->c_str());

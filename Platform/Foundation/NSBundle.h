@@ -19,14 +19,15 @@ public:
     /// The bundle at a folder, one object per folder; null when the folder is not there.
     static std::shared_ptr<NSBundle> bundleWithPath(std::filesystem::path const& path);
 
-    /// The bundle that was opened under that identifier (the folder's name without extension), of
-    /// several the last; null when none was.
+    /// The bundle that was opened under that identifier, of several the last; null when none was.
     static std::shared_ptr<NSBundle> bundleWithIdentifier(std::string_view identifier);
 
     explicit NSBundle(std::filesystem::path path);
 
     std::filesystem::path const& bundlePath() const { return m_path; }
-    std::string identifier() const { return m_path.stem().string(); }
+    /// The "Identifier" of the folder's description `Info.strings`, read once; the folder's name without
+    /// extension where there is none.
+    std::string const& identifier() const { return m_identifier; }
 
     /// The file `Resources/NAME.EXTENSION`, none when it is not there.
     std::optional<std::filesystem::path> pathForResource(
@@ -41,6 +42,7 @@ private:
     StringTable const& table(std::string const& language) const;
 
     std::filesystem::path m_path;
+    std::string m_identifier;
     mutable std::map<std::string, StringTable> m_tables;
 };
 

@@ -57,7 +57,7 @@ TEST(PluginLoader, aSecondBundleOfOneNameIsReportedOrPassedOver)
     loader.load(second.path(), TLPluginLoader::Repeated::isPassedOver);
     EXPECT_THAT(loader.problems(), IsEmpty());
     loader.load(second.path());
-    EXPECT_THAT(loader.problems(), ElementsAre(HasSubstr("has the same name")));
+    EXPECT_THAT(loader.problems(), ElementsAre(HasSubstr("has the same identifier 'Same'")));
     EXPECT_THAT(loader.loaded(), ElementsAre("Same"));
 }
 

@@ -51,6 +51,19 @@ TEST(ProgramPlugins, aBrokenPluginIsToldOnceAndDoesNotHideTheGoodOneOfItsName)
     EXPECT_EQ(outcome.json()["outline"].toObject()["advance"], 500);
 }
 
+TEST(ProgramPlugins, aBundleUnderAnotherNameFindsItsOwnResourcesAndComesBeforeTheBuiltOne)
+{
+    TestFolder const folder;
+    auto const bundle = changedMoravel(
+        folder, "Resources/en.lproj/Localizable.strings", "\"Font Axes\";", "\"Axes of the copy\";");
+    auto const renamed = folder / "Moravel (copy).bundle";
+    fs::rename(bundle, renamed);
+    auto const outcome = runProgram({ makeSmallFamily(folder), "--plugin", renamed, "--describe" },
+        "offscreen", { { "LC_ALL", "en_US.UTF-8" } });
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.json()["sections"].toArray()[0].toObject()["title"], "Axes of the copy");
+}
+
 TEST(ProgramPlugins, aMisspeltNameInAnInterfaceIsToldWithFileOwnerAndName)
 {
     struct Case {

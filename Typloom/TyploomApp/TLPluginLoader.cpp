@@ -146,12 +146,11 @@ void TLPluginLoader::loadBundle(fs::path const& bundle, Repeated repeated)
     if (std::ranges::find(m_tried, path) != m_tried.end()) {
         return;
     }
-    auto const sameName
-        = std::ranges::find(m_running, path.filename(), [](auto const& other) { return other.filename(); });
-    if (sameName != m_running.end()) {
+    auto const identifier = NSBundle(path).identifier();
+    if (auto const same = m_running.find(identifier); same != m_running.end()) {
         if (repeated == Repeated::isReported) {
-            m_problems.push_back("The plug-in '" + path.string() + "' was left out: '" + sameName->string()
-                + "' has the same name");
+            m_problems.push_back("The plug-in '" + path.string() + "' was left out: '" + same->second.string()
+                + "' has the same identifier '" + identifier + "'");
         }
         return;
     }
@@ -160,7 +159,7 @@ void TLPluginLoader::loadBundle(fs::path const& bundle, Repeated repeated)
         m_problems.push_back("The plug-in '" + path.string() + "' " + *problem);
         return;
     }
-    m_running.push_back(path);
+    m_running.emplace(identifier, path);
     m_loaded.push_back(path.stem().string());
 }
 

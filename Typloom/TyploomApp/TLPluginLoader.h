@@ -3,12 +3,14 @@
 #include "Typloom/TyploomCore/Export.h"
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
 /// Loads plug-ins. A plug-in is a folder `NAME.bundle/` with a description `Info.strings`:
-/// "PrincipalClass" names the class, "Library" the shared library in the folder that has it. What does
-/// not load is told in a sentence, and everything else goes on. Nothing is ever unloaded.
+/// "PrincipalClass" names the class, "Library" the shared library in the folder that has it, "Identifier"
+/// (absent: NAME) what no two that run have in common. What does not load is told in a sentence, and
+/// everything else goes on. Nothing is ever unloaded.
 class TYPLOOM_API TLPluginLoader {
 public:
     /// The version of the plug-in interface that the host has.
@@ -17,7 +19,7 @@ public:
     enum class Repeated { isReported, isPassedOver };
 
     /// Loads a bundle, or every bundle that a folder holds, by name. A bundle that is loaded already
-    /// is passed over; one of the same name from elsewhere is, or is reported. One that does not load
+    /// is passed over; another one of the same identifier is, or is reported. One that does not load
     /// stands in no other's way.
     void load(std::filesystem::path const& folder, Repeated repeated = Repeated::isReported);
     /// Loads what lies in the folders `PlugIns` beside the program and beside its folder, where they are
@@ -33,7 +35,7 @@ private:
     void loadBundle(std::filesystem::path const& bundle, Repeated repeated);
 
     std::vector<std::filesystem::path> m_tried;
-    std::vector<std::filesystem::path> m_running;
+    std::map<std::string, std::filesystem::path> m_running; ///< By identifier.
     std::vector<std::string> m_loaded;
     std::vector<std::string> m_problems;
 };
