@@ -65,9 +65,11 @@ void AxisCellView::step(bool up)
     report(*target);
 }
 
+/// What the user does to the row replaces what is being typed in it, even where the number was shown before.
 void AxisCellView::showInValueField(double value)
 {
     if (auto const field = valueField()) {
+        field->abortEditing();
         field->setDoubleValue(value);
     }
 }

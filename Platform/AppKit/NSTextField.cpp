@@ -70,6 +70,12 @@ double NSTextField::doubleValue() const
     return (m_formatter ? m_formatter->numberFromString(text) : NSNumberFromText(text)).value_or(0);
 }
 
+void NSTextField::abortEditing()
+{
+    NSAssertMainThread();
+    fieldBacking(*this).dropEditing();
+}
+
 std::string NSTextField::placeholderString() const
 {
     auto const& field = fieldBacking(*this).field;

@@ -50,6 +50,9 @@ public:
     /// Sets the number, shown by the formatter (without one: in its plain description).
     void setDoubleValue(double value);
     double doubleValue() const; ///< 0 where the text is no number.
+    /// Gives back what was there before the user's typing, where that has not been committed. Sends nothing;
+    /// the keyboard stays.
+    void abortEditing();
 
     std::shared_ptr<NSNumberFormatter> const& formatter() const { return m_formatter; }
     void setFormatter(std::shared_ptr<NSNumberFormatter> formatter) { m_formatter = std::move(formatter); }

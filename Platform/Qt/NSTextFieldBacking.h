@@ -23,6 +23,9 @@ struct NSTextFieldBacking : NSViewBacking {
     /// The text before the user's change.
     QString const& committedText() const { return m_committed; }
 
+    /// Gives back what was there before the user's change; a search field keeps its text.
+    void dropEditing();
+
     QPointer<QtLabel> label; ///< Null for a field.
     QPointer<QtTextField> field; ///< Null for a label.
     /// What is typed counts at once: there is nothing to take back, and Escape clears.
@@ -42,7 +45,6 @@ private:
     bool cancel();
     bool step(double direction, bool big);
     void endEditing();
-    void dropEditing();
 
     bool m_edited { false };
     QString m_committed;

@@ -120,6 +120,29 @@ TEST_F(AxisCellViewEvents, aRefreshWithTheSameValueLeavesTheTypingAlone)
     EXPECT_TRUE(row->valueField()->isFirstResponder());
 }
 
+TEST_F(AxisCellViewEvents, whatTheRowsOwnActionsChooseTakesThePlaceOfTheTyping)
+{
+    auto const& field = *row->valueField();
+    auto const typeThen = [&](double shown, auto const& act) {
+        delegate->values.clear();
+        refreshAt(shown);
+        window->click(field);
+        window->type("55");
+        act();
+        auto const chosen = row->slider()->doubleValue();
+        EXPECT_EQ(field.stringValue(), NSNumberDescription(chosen));
+        window->pressKey(Qt::Key_Return);
+        EXPECT_EQ(delegate->values.back(), chosen) << "Return does not bring the typing back";
+    };
+    typeThen(0, [&] { window->doubleClick(*row->slider(), 0); });
+    typeThen(1000, [&] {
+        window->press(*row->slider(), 0.9);
+        window->moveTo(*row->slider(), 1);
+        window->release(*row->slider(), 1);
+    });
+    typeThen(1000, [&] { window->click(*row->stepUpButton()); });
+}
+
 TEST_F(AxisCellViewEvents, hoveringAFontRowShowsItsStepButtonsOnly)
 {
     EXPECT_TRUE(row->stepDownButton()->isHidden() && row->stepUpButton()->isHidden());
