@@ -1,5 +1,6 @@
 #include "Moravel/EditGlyphAxisViewController.h"
 
+#include "Moravel/Model/NumberText.h"
 #include "Platform/AppKit/NSApplication.h"
 #include "Platform/Foundation/NSMainThread.h"
 #include "Platform/Foundation/NSString.h"
@@ -94,7 +95,7 @@ static std::optional<double> typedNumber(NSTextField const& field)
     }
     auto const& formatter = field.formatter();
     auto const number = formatter ? formatter->numberFromString(text) : std::nullopt;
-    return number ? number : NSNumberFromText(text);
+    return number ? number : numberInCLocale(text);
 }
 
 static void showNumber(NSTextField& field, double value)
