@@ -1,6 +1,7 @@
 #include "Platform/Qt/SliderAccessibility.h"
 
 #include "Platform/AppKit/NSSlider.h"
+#include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSNumberFormatter.h"
 #include "Platform/Qt/NSViewBacking.h"
 
@@ -68,8 +69,13 @@ QAccessibleInterface* makeInterface(QString const&, QObject* object)
 
 QString sliderPlaceText(NSSlider const& slider)
 {
-    return number(slider.doubleValue()) + ", between " + number(slider.minValue()) + " and "
-        + number(slider.maxValue());
+    auto const format = NSLocalizedString("slider.value-and-range.description", NSBundle::mainBundle(),
+        "%1$@, between %2$@ and %3$@",
+        "Tool tip and spoken value of a slider: its value, the least and the greatest it can have");
+    return toQString(format)
+        .replace("%1$@", number(slider.doubleValue()))
+        .replace("%2$@", number(slider.minValue()))
+        .replace("%3$@", number(slider.maxValue()));
 }
 
 void installSliderAccessibility()
