@@ -10,10 +10,11 @@ struct AxisTarget {
     double axisDefault;
 };
 
-static std::vector<AxisTarget> targets(
-    std::vector<std::shared_ptr<TLAxis>> const& axes, TLLocation const& location)
+using Targets = std::vector<AxisTarget>;
+
+static Targets targets(std::vector<std::shared_ptr<TLAxis>> const& axes, TLLocation const& location)
 {
-    std::vector<AxisTarget> result;
+    Targets result;
     result.reserve(axes.size());
     for (auto const& axis : axes) {
         auto const wanted = TLLocationNumber(location, axis->axisId()).value_or(axis->defaultValue());
@@ -27,14 +28,15 @@ static bool isSamePlace(double left, double right)
     return std::abs(left - right) < matchingTolerance;
 }
 
-static bool matches(TLFontMaster const& master, std::vector<AxisTarget> const& place)
+/// The targets are looked up once for all the masters of a search.
+static bool masterMatchesLocation(TLFontMaster const& master, Targets const& place)
 {
     return std::ranges::all_of(place, [&](AxisTarget const& target) {
         return isSamePlace(master.axisInternalValueValueForId(target.axisId), target.value);
     });
 }
 
-static bool matches(TLLayer const& layer, std::vector<AxisTarget> const& place)
+static bool layerMatchesLocation(TLLayer const& layer, Targets const& place)
 {
     return std::ranges::all_of(place, [&](AxisTarget const& target) {
         auto const value = layer.axisInternalValueValue(target.axisId).value_or(target.axisDefault);
@@ -44,21 +46,21 @@ static bool matches(TLLayer const& layer, std::vector<AxisTarget> const& place)
 
 bool masterMatchesLocation(TLFontMaster const& master, TLFont const& font, TLLocation const& location)
 {
-    return matches(master, targets(font.canonicalAxes(), location));
+    return masterMatchesLocation(master, targets(font.canonicalAxes(), location));
 }
 
 std::shared_ptr<TLFontMaster> matchingMaster(TLFont const& font, TLLocation const& location)
 {
     auto const place = targets(font.canonicalAxes(), location);
     auto const& masters = font.fontMasters();
-    auto const found
-        = std::ranges::find_if(masters, [&](auto const& master) { return matches(*master, place); });
+    auto const found = std::ranges::find_if(
+        masters, [&](auto const& master) { return masterMatchesLocation(*master, place); });
     return found == masters.end() ? nullptr : *found;
 }
 
 bool layerMatchesLocation(TLLayer const& layer, TLGlyph const& glyph, TLLocation const& location)
 {
-    return matches(layer, targets(glyph.allAxes(), location));
+    return layerMatchesLocation(layer, targets(glyph.allAxes(), location));
 }
 
 std::shared_ptr<TLLayer> matchingLayer(
@@ -70,7 +72,7 @@ std::shared_ptr<TLLayer> matchingLayer(
     for (auto const& [layerId, layer] : glyph.layers()) {
         auto const isCandidate = layer->isMasterLayer() || layer->isBraceLayer();
         auto const isPreferred = associatedMasterId && layer->associatedMasterId() == associatedMasterId;
-        if (!isCandidate || (ofAnyMaster && !isPreferred) || !matches(*layer, place)) {
+        if (!isCandidate || (ofAnyMaster && !isPreferred) || !layerMatchesLocation(*layer, place)) {
             continue;
         }
         if (isPreferred) {
