@@ -27,6 +27,12 @@ public:
     std::shared_ptr<NSButton> infoButton() const { return m_infoButton.lock(); }
     std::shared_ptr<NSButton> stepDownButton() const { return m_stepDownButton.lock(); }
     std::shared_ptr<NSButton> stepUpButton() const { return m_stepUpButton.lock(); }
+    void setNameLabel(std::weak_ptr<NSTextField> label) { m_nameLabel = std::move(label); }
+    void setSlider(std::weak_ptr<TLLandmarkSlider> slider) { m_slider = std::move(slider); }
+    void setValueField(std::weak_ptr<NSTextField> field) { m_valueField = std::move(field); }
+    void setInfoButton(std::weak_ptr<NSButton> button) { m_infoButton = std::move(button); }
+    void setStepDownButton(std::weak_ptr<NSButton> button) { m_stepDownButton = std::move(button); }
+    void setStepUpButton(std::weak_ptr<NSButton> button) { m_stepUpButton = std::move(button); }
 
     /// The axis that is shown, null when none is.
     std::shared_ptr<TLAxis> axis() const { return m_axis.lock(); }
