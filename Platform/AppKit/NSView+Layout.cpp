@@ -14,7 +14,7 @@ namespace {
 
 constexpr int requiredPriority = 1000;
 
-/// Brings the toolkit's own layouts of a widget and of the plain helpers in it up to date.
+/// Brings the toolkit's own layouts of a widget and of the plain widgets in it up to date.
 void activateLayouts(QWidget& widget)
 {
     if (auto* layout = widget.layout()) {

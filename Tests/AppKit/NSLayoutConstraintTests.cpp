@@ -94,7 +94,7 @@ TEST(ConstraintSolver, ofContradictingRulesTheFirstWins)
 namespace {
 
 /// A row as interface descriptions make it: a slider's and a field's stand-ins in a layout of a
-/// helper, and a hint that takes their place.
+/// plain widget, and a hint that takes their place.
 struct HintRow {
     ViewWindow host { { 400, 60 } };
     std::shared_ptr<NSView> slider { std::make_shared<WidgetView>(new QWidget) };
@@ -107,10 +107,10 @@ struct HintRow {
     {
         host.window.setLayoutDirection(direction);
         auto* outer = new QHBoxLayout(qtWidget(*host.root));
-        auto* helper = new QWidget;
+        auto* plainWidget = new QWidget;
         outer->addWidget(new QLabel("Weight"));
-        outer->addWidget(helper, 1);
-        auto* inner = new QHBoxLayout(helper);
+        outer->addWidget(plainWidget, 1);
+        auto* inner = new QHBoxLayout(plainWidget);
         qtWidget(*slider)->setMinimumHeight(21);
         inner->addWidget(qtWidget(*slider), 1);
         inner->addWidget(qtWidget(*field));
@@ -135,7 +135,7 @@ struct HintRow {
 
 } // namespace
 
-TEST(NSLayoutConstraint, putsAHintInThePlaceOfASliderInAHelper)
+TEST(NSLayoutConstraint, putsAHintInThePlaceOfASliderInAPlainWidget)
 {
     HintRow row;
     EXPECT_GT(row.slider->frame().origin.x, 20);
@@ -149,11 +149,11 @@ TEST(NSLayoutConstraint, putsAHintInThePlaceOfASliderInAHelper)
 TEST(NSLayoutConstraint, followsTheViewsItNamesAndTheContainer)
 {
     HintRow row;
-    auto* helper = qtWidget(*row.slider)->parentWidget();
-    helper->layout()->setContentsMargins(40, 0, 0, 0);
+    auto* plainWidget = qtWidget(*row.slider)->parentWidget();
+    plainWidget->layout()->setContentsMargins(40, 0, 0, 0);
     ViewWindow::settle();
     EXPECT_EQ(row.hint->frame().origin.x, row.slider->frame().origin.x);
-    EXPECT_EQ(row.hint->frame().origin.x, helper->x() + 40.0);
+    EXPECT_EQ(row.hint->frame().origin.x, plainWidget->x() + 40.0);
 
     row.host.root->setFrame({ {}, { 200, 80 } });
     row.host.root->layoutSubtreeIfNeeded();

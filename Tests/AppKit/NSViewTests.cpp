@@ -46,16 +46,16 @@ TEST(NSView, ownsItsWidgetAndItsSubviewsTheirs)
     EXPECT_EQ(QApplication::allWidgets().size(), before);
 }
 
-TEST(NSView, whoseWidgetSitsInALayoutOfAHelperOutlivesTheView)
+TEST(NSView, whoseWidgetSitsInALayoutOfAPlainWidgetOutlivesTheView)
 {
     auto const before = QApplication::allWidgets().size();
     auto outer = std::make_shared<NSView>();
-    auto* helper = new QWidget(qtWidget(*outer));
-    auto* layout = new QHBoxLayout(helper);
+    auto* plainWidget = new QWidget(qtWidget(*outer));
+    auto* layout = new QHBoxLayout(plainWidget);
     auto inner = std::make_shared<NSView>();
     layout->addWidget(qtWidget(*inner));
     outer->addSubview(inner);
-    EXPECT_EQ(qtWidget(*inner)->parentWidget(), helper);
+    EXPECT_EQ(qtWidget(*inner)->parentWidget(), plainWidget);
     EXPECT_EQ(inner->superview(), outer);
 
     outer.reset();
@@ -122,13 +122,13 @@ TEST(NSView, movesToAnotherSuperviewWhole)
     EXPECT_EQ(view->superview(), nullptr);
 }
 
-TEST(NSView, frameIsInTheSuperviewThroughHelpers)
+TEST(NSView, frameIsInTheSuperviewThroughPlainWidgets)
 {
     ViewWindow host;
-    auto* helper = new QWidget(qtWidget(*host.root));
-    helper->setGeometry(30, 40, 100, 100);
+    auto* plainWidget = new QWidget(qtWidget(*host.root));
+    plainWidget->setGeometry(30, 40, 100, 100);
     auto const view = std::make_shared<NSView>();
-    qtWidget(*view)->setParent(helper);
+    qtWidget(*view)->setParent(plainWidget);
     host.root->addSubview(view);
     view->setFrame({ { 35, 50 }, { 20, 10 } });
 
