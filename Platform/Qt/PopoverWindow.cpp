@@ -9,9 +9,65 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace {
+bool isEscape(QEvent const& event)
+{
+    return static_cast<QKeyEvent const&>(event).key() == Qt::Key_Escape;
+}
+
+bool takesKeyboard(QWidget const& widget)
+{
+    auto const children = widget.findChildren<QWidget const*>(QString(), Qt::FindDirectChildrenOnly);
+    return widget.focusPolicy() != Qt::NoFocus
+        || std::ranges::any_of(children, [](auto const* child) { return takesKeyboard(*child); });
+}
+
+/// Closes a popover at Escape where its anchor's window has the keyboard.
+class EscapeFilter final : public QObject {
+public:
+    EscapeFilter(PopoverWindow& popover, QPointer<QWidget> anchorWindow, std::function<void()> close)
+        : QObject(&popover)
+        , m_popover(popover)
+        , m_anchorWindow(std::move(anchorWindow))
+        , m_close(std::move(close))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        bool const isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+        if (!isKey || !isEscape(*event) || !m_popover.isVisible() || !isForAnchorWindow(*receiver)) {
+            return false;
+        }
+        event->accept();
+        if (event->type() == QEvent::KeyPress) {
+            HandlingScope const scope;
+            m_close();
+        }
+        return true;
+    }
+
+private:
+    PopoverWindow& m_popover;
+    QPointer<QWidget> m_anchorWindow;
+    std::function<void()> m_close;
+
+    bool isForAnchorWindow(QObject const& receiver) const
+    {
+        auto const* widget = receiver.isWidgetType() ? static_cast<QWidget const*>(&receiver) : nullptr;
+        return m_anchorWindow && !QApplication::activePopupWidget()
+            && (&receiver == m_anchorWindow->windowHandle()
+                || (widget && widget->window() == m_anchorWindow));
+    }
+};
+} // namespace
 
 PopoverWindow::PopoverWindow(std::shared_ptr<NSView> content, bool transient, std::function<void()> close)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint)
@@ -58,9 +114,28 @@ void PopoverWindow::open(Anchor anchor)
         }
     }
     place();
+    bringUp();
+}
+
+/// Content without a use for the keyboard leaves it where it is.
+void PopoverWindow::bringUp()
+{
+    auto const* content = m_content ? qtWidget(*m_content) : nullptr;
+    bool const wantsKeyboard = content && takesKeyboard(*content);
+    bool const anchorHadKeyboard = m_anchorWindow->isActiveWindow();
+    setAttribute(Qt::WA_ShowWithoutActivating, !wantsKeyboard);
     show();
     raise();
-    activateWindow();
+    if (wantsKeyboard) {
+        activateWindow();
+        return;
+    }
+    if (anchorHadKeyboard) {
+        m_anchorWindow->activateWindow(); // Not every window system heeds the attribute.
+    }
+    if (m_isTransient) {
+        new EscapeFilter(*this, m_anchorWindow, [this] { requestClose(); });
+    }
 }
 
 void PopoverWindow::watchAnchor()
@@ -209,7 +284,7 @@ void PopoverWindow::closeEvent(QCloseEvent* event)
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (m_isTransient && event->key() == Qt::Key_Escape) {
+    if (m_isTransient && isEscape(*event)) {
         requestClose();
     } else {
         event->ignore();

@@ -55,6 +55,7 @@ private:
     bool isAnchorHidden() const;
     QRect anchorOnScreen();
     void place();
+    void bringUp();
     bool isInside(QWidget const* widget) const;
     void releaseContent();
 };

@@ -139,6 +139,7 @@ TEST(NSPopover, closesOnEscapeThatItsContentDoesNotKeep)
     OpenPopover test;
     auto* field = new QLineEdit(qtWidget(*test.content->view()));
     field->show();
+    test.window().activateWindow();
     field->setFocus();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&test.window()));
     QTest::keyClick(test.window().windowHandle(), Qt::Key_A);
@@ -146,6 +147,31 @@ TEST(NSPopover, closesOnEscapeThatItsContentDoesNotKeep)
     QTest::keyClick(test.window().windowHandle(), Qt::Key_Escape);
     EXPECT_EQ(test.delegate->calls, closedOnce);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&test.host.window));
+}
+
+TEST(NSPopover, leavesTheKeyboardWhereItIsUnlessItsContentTakesIt)
+{
+    OpenPopover test;
+    test.popover->close();
+    auto const field
+        = test.host.add(std::make_shared<NSTextField>(NSTextField::Kind::field), { { 20, 60 }, { 100, 24 } });
+    field->selectText();
+    test.popover->showRelativeToRect(test.anchor->bounds(), test.anchor, NSRectEdge::maxY);
+    ViewWindow::settle();
+    EXPECT_TRUE(test.popover->isShown());
+    EXPECT_TRUE(test.host.window.isActiveWindow());
+    test.host.key(Qt::Key_5);
+    EXPECT_EQ(field->stringValue(), "5");
+    test.delegate->calls.clear();
+    test.host.key(Qt::Key_Escape);
+    EXPECT_EQ(test.delegate->calls, closedOnce);
+    EXPECT_EQ(field->stringValue(), "5") << "Escape closed the popover and nothing else";
+    test.host.key(Qt::Key_Escape);
+    EXPECT_EQ(field->stringValue(), "");
+
+    test.content->view()->addSubview(std::make_shared<NSTextField>(NSTextField::Kind::field));
+    test.popover->showRelativeToRect(test.anchor->bounds(), test.anchor, NSRectEdge::maxY);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&test.window()));
 }
 
 TEST(NSPopover, closesWhenItsWindowOrItsAnchorGoes)
