@@ -13,6 +13,9 @@ GlyphLoader::GlyphLoader(Family const& family, std::shared_ptr<TLFont> font, std
     , m_glyph(std::make_shared<TLGlyph>(m_name))
 {
     m_glyph->setFont(m_font);
+    if (m_font) {
+        m_savedAxes = m_font->history().savedAxes();
+    }
 }
 
 std::shared_ptr<TLGlyph> GlyphLoader::load()
@@ -183,7 +186,7 @@ TLCoordinates GlyphLoader::fontCoordinates(LocalSource const& local)
     }
     rest.insert(local.hiddenLocation.begin(), local.hiddenLocation.end());
     // The files know the axes by the names under which they were saved.
-    for (auto const& axis : m_font ? m_font->history().savedFont().axes : std::vector<TLAxisState> {}) {
+    for (auto const& axis : m_savedAxes) {
         auto const entry = rest.find(axis.name);
         coordinates.emplace(axis.axisId, entry == rest.end() ? axis.defaultValue : entry->second);
         if (entry != rest.end()) {

@@ -47,6 +47,7 @@ private:
     std::shared_ptr<TLGlyph> m_glyph;
     std::vector<OwnAxis> m_ownAxes;
     std::map<LayerKey, Result<Glif>> m_glifs; ///< Those that were read; layers can stand at several places.
+    std::vector<TLAxisState> m_savedAxes; ///< Of the font, as its files know them.
     UniqueNames m_layerIds;
     std::vector<LayerOrigin> m_origins;
 };

@@ -253,6 +253,18 @@ TLFontState TLDocumentHistory::savedFont() const
     return m_saved.font ? *m_saved.font : m_font.state();
 }
 
+std::vector<TLAxisState> TLDocumentHistory::savedAxes() const
+{
+    if (m_saved.font) {
+        return m_saved.font->axes;
+    }
+    std::vector<TLAxisState> axes;
+    for (auto const& axis : m_font.canonicalAxes()) {
+        axes.push_back(axis->state());
+    }
+    return axes;
+}
+
 void TLDocumentHistory::didSave()
 {
     endStep();

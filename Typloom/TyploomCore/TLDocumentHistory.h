@@ -32,6 +32,7 @@ public:
     std::map<std::string, TLGlyphState> modifiedGlyphs() const;
     /// The state in which the font itself was last saved or read.
     TLFontState savedFont() const;
+    std::vector<TLAxisState> savedAxes() const; ///< Of the font; without the masters, which can be many.
     /// The document is now as in its files.
     void didSave();
     /// A glyph is now as in its files, which another program has changed. The steps
