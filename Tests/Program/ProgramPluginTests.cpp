@@ -59,7 +59,7 @@ TEST(ProgramPlugins, aBundleUnderAnotherNameFindsItsOwnResourcesAndComesBeforeTh
     auto const renamed = folder / "Moravel (copy).bundle";
     fs::rename(bundle, renamed);
     auto const outcome = runProgram({ makeSmallFamily(folder), "--plugin", renamed, "--describe" },
-        "offscreen", { { "LC_ALL", "en_US.UTF-8" } });
+        "offscreen", { { "LC_ALL", "en_US.UTF-8" }, { "LANGUAGE", "en" } });
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.json()["sections"].toArray()[0].toObject()["title"], "Axes of the copy");
 }
