@@ -1,10 +1,16 @@
 #include "Tests/TyploomKit/ShownSlider.h"
 
+#include "Platform/Foundation/NSBundle.h"
+#include "Platform/Foundation/NSLocale.h"
+#include "Tests/Support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
 
 #include <QAccessible>
 #include <QHelpEvent>
 #include <QToolTip>
+
+#include <fstream>
 
 using testing::DoubleEq;
 using testing::ElementsAre;
@@ -162,6 +168,16 @@ TEST(SliderAccessibility, theToolTipSaysValueAndRangeUnlessThereIsAnother)
     QHelpEvent event(QEvent::ToolTip, { 5, 5 }, widget->mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(widget, &event);
     EXPECT_EQ(QToolTip::text(), "500, between 0 and 1000");
+    TemporaryFolder const application;
+    std::filesystem::create_directories(application.path() / "Resources" / "en.lproj");
+    std::ofstream(application.path() / "Resources" / "en.lproj" / "Localizable.strings")
+        << R"("slider.value-and-range.description" = "%2$@ to %3$@, now %1$@";)";
+    NSBundle::setMainBundlePath(application.path());
+    NSSetCurrentLocale("en_US");
+    QCoreApplication::sendEvent(widget, &event);
+    NSSetCurrentLocale("");
+    NSBundle::setMainBundlePath({});
+    EXPECT_EQ(QToolTip::text(), "0 to 1000, now 500") << "in the words of the application's table";
     shown.slider->setToolTip("Another");
     QCoreApplication::sendEvent(widget, &event);
     EXPECT_EQ(QToolTip::text(), "Another");
