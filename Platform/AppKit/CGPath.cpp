@@ -76,11 +76,6 @@ void CGPath::addPath(CGPath const& path)
     edit().path.addPath(path.impl().path);
 }
 
-bool CGPath::isEmpty() const
-{
-    return m_impl->path.isEmpty();
-}
-
 NSRect CGPath::boundingBox() const
 {
     return fromQRectF(m_impl->path.controlPointRect());

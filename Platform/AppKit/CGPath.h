@@ -24,7 +24,6 @@ public:
     void addRect(NSRect rect);
     void addEllipse(NSRect rect);
     void addPath(CGPath const& path);
-    bool isEmpty() const;
     NSRect boundingBox() const; ///< Of the curves' control points.
 
     /// A rectangle whose corners blend smoothly into its edges (continuous curvature).

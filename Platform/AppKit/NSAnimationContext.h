@@ -16,10 +16,9 @@ public:
 
     double duration() const { return m_duration; }
     void setDuration(double seconds) { m_duration = seconds; }
-    bool allowsImplicitAnimation() const { return m_allowsImplicitAnimation; }
-    void setAllowsImplicitAnimation(bool allows) { m_allowsImplicitAnimation = allows; }
+    /// Without effect: every change is shown at once.
+    void setAllowsImplicitAnimation(bool) { }
 
 private:
     double m_duration { 0.25 };
-    bool m_allowsImplicitAnimation { false };
 };

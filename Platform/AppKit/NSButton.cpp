@@ -111,11 +111,6 @@ void NSButton::performClick()
     }
 }
 
-void NSButton::setEnabled(bool enabled)
-{
-    NSControl::setEnabled(enabled);
-}
-
 NSSize NSButton::fittingSize() const
 {
     auto const* button = qtButton(*this);

@@ -23,7 +23,6 @@ public:
     /// Presses the button as the user does.
     void performClick();
 
-    void setEnabled(bool enabled) override;
     NSSize fittingSize() const override;
 
 private:

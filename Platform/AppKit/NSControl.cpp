@@ -46,7 +46,6 @@ void NSControl::setFont(std::shared_ptr<NSFont> const& font)
 
 void NSControl::setControlSize(NSControlSize size)
 {
-    m_controlSize = size;
     if (auto* widget = qtWidget(*this)) {
         widget->setProperty("controlSize", static_cast<int>(size));
         widget->updateGeometry();

@@ -20,10 +20,9 @@ public:
 
     virtual bool isEnabled() const;
     virtual void setEnabled(bool enabled);
-    virtual void setFont(std::shared_ptr<NSFont> const& font);
+    void setFont(std::shared_ptr<NSFont> const& font);
     std::shared_ptr<NSFont> font() const { return m_font; }
     void setControlSize(NSControlSize size);
-    NSControlSize controlSize() const { return m_controlSize; }
 
 protected:
     NSControl() = default;
@@ -33,5 +32,4 @@ private:
     std::weak_ptr<NSObject> m_target;
     std::string m_action;
     std::shared_ptr<NSFont> m_font;
-    NSControlSize m_controlSize { NSControlSize::regular };
 };

@@ -26,7 +26,8 @@ public:
     {
         m_state->headerProvider = std::move(provider);
     }
-    void setDefaultRowAnimation(NSTableViewAnimationOptions animation) { m_defaultRowAnimation = animation; }
+    /// Without effect: rows appear and go at once.
+    void setDefaultRowAnimation(NSTableViewAnimationOptions) { }
 
     Snapshot const& snapshot() const { return m_state->snapshot; }
     /// Shows the snapshot, then calls the completion, on the main thread, before it returns.
@@ -62,7 +63,6 @@ private:
     static std::shared_ptr<NSView> makeRowView(State const& state, std::size_t row);
 
     std::shared_ptr<State> m_state { std::make_shared<State>() };
-    NSTableViewAnimationOptions m_defaultRowAnimation { NSTableViewAnimationOptions::effectFade };
 };
 
 template <class S, class I>

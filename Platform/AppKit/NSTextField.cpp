@@ -105,7 +105,6 @@ void NSTextField::setTextColor(NSColor color)
 
 void NSTextField::setLineBreakMode(NSLineBreakMode mode)
 {
-    m_lineBreakMode = mode;
     if (auto const& label = fieldBacking(*this).label; label && mode == NSLineBreakMode::byTruncatingTail) {
         label->setWordWrap(false);
     }
@@ -113,7 +112,6 @@ void NSTextField::setLineBreakMode(NSLineBreakMode mode)
 
 void NSTextField::setUsesSingleLineMode(bool single)
 {
-    m_singleLine = single;
     if (auto const& label = fieldBacking(*this).label; label && single) {
         label->setWordWrap(false);
     }
@@ -157,16 +155,6 @@ void NSTextField::selectText()
         field->setFocus(Qt::OtherFocusReason);
         field->selectAll();
     }
-}
-
-void NSTextField::setEnabled(bool enabled)
-{
-    NSControl::setEnabled(enabled);
-}
-
-void NSTextField::setFont(std::shared_ptr<NSFont> const& font)
-{
-    NSControl::setFont(font);
 }
 
 NSSize NSTextField::fittingSize() const

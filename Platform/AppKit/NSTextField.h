@@ -60,9 +60,7 @@ public:
     void setPlaceholderString(std::optional<std::string> text);
     void setTextColor(NSColor color);
     void setLineBreakMode(NSLineBreakMode mode);
-    NSLineBreakMode lineBreakMode() const { return m_lineBreakMode; }
     void setUsesSingleLineMode(bool single);
-    bool usesSingleLineMode() const { return m_singleLine; }
     void setAlignment(NSTextAlignment alignment);
 
     void setDelegate(std::weak_ptr<NSControlTextEditingDelegate> delegate)
@@ -73,8 +71,6 @@ public:
     /// Takes the keyboard of the field's window and selects the whole text. Nothing happens without a window.
     void selectText();
 
-    void setEnabled(bool enabled) override;
-    void setFont(std::shared_ptr<NSFont> const& font) override;
     NSSize fittingSize() const override;
 
 protected:
@@ -86,6 +82,4 @@ private:
     std::optional<double> m_number; ///< What `setDoubleValue` set or the formatter read, unrounded.
     std::shared_ptr<NSNumberFormatter> m_formatter;
     std::weak_ptr<NSControlTextEditingDelegate> m_delegate;
-    NSLineBreakMode m_lineBreakMode { NSLineBreakMode::byWordWrapping };
-    bool m_singleLine { false };
 };

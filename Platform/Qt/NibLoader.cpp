@@ -150,21 +150,6 @@ static std::string textProperty(QWidget const& widget, char const* name)
     return fromQString(widget.property(name).toString());
 }
 
-/// False for a name that is no bezel.
-static bool applyBezel(NSButton& button, std::string_view name)
-{
-    if (name == "help") {
-        button.setBezelStyle(NSBezelStyle::helpButton);
-    } else if (name == "borderless") {
-        button.setBezelStyle(NSBezelStyle::borderless);
-    } else if (name == "rounded") {
-        button.setBezelStyle(NSBezelStyle::rounded);
-    } else {
-        return name.empty();
-    }
-    return true;
-}
-
 /// False for what is no number of digits.
 static bool applyFractionDigits(NSNumberFormatter& formatter, QWidget const& widget)
 {
@@ -189,9 +174,6 @@ void NibLoader::applyProperties(NSView& view)
         auto const* push = qobject_cast<QPushButton const*>(&widget);
         if (push && push->isFlat()) {
             button->setBezelStyle(NSBezelStyle::borderless);
-        }
-        if (auto const bezel = textProperty(widget, "bezel"); !applyBezel(*button, bezel)) {
-            problem("bezel", bezel);
         }
         if (auto const symbol = textProperty(widget, "symbol"); !symbol.empty()) {
             auto const image = NSImage::imageWithSystemSymbolName(symbol);

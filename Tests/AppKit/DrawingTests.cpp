@@ -163,7 +163,7 @@ TEST(CGPath, copiesPartWhenOneIsChanged)
     EXPECT_EQ(first.boundingBox().size.width, 50);
     CGPath const moved = std::move(first);
     EXPECT_EQ(moved.boundingBox().size.width, 50);
-    EXPECT_TRUE(CGPath().isEmpty());
+    EXPECT_EQ(CGPath().boundingBox(), NSRect());
 }
 
 TEST(CGPath, continuousCornersLieBetweenTheSquareAndTheRoundOneAndTurnSmoothly)

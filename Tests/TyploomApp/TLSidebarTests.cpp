@@ -49,7 +49,7 @@ using Events = std::vector<std::string>;
 TEST(TLSidebar, setsTheControllerBeforeTheViewAndTellsTabsWhenTheyAreShown)
 {
     TLSidebar const empty({});
-    EXPECT_EQ(empty.countOfTabs(), 0U);
+    EXPECT_EQ(empty.titleOfTab(0), "");
     EXPECT_EQ(empty.shownTab(), std::nullopt);
 
     registerTab("first");

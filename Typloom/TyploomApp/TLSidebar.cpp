@@ -212,11 +212,6 @@ QWidget* TLSidebar::widget() const
     return m_impl->widget;
 }
 
-std::size_t TLSidebar::countOfTabs() const
-{
-    return m_impl->tabs.size();
-}
-
 std::string TLSidebar::titleOfTab(std::size_t index) const
 {
     return index < m_impl->tabs.size() ? fromQString(m_impl->tabs[index].button->text()) : std::string();

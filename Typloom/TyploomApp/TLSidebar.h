@@ -15,7 +15,6 @@ public:
 
     QWidget* widget() const;
 
-    std::size_t countOfTabs() const;
     /// The title that the tab bar shows; empty beyond the tabs.
     std::string titleOfTab(std::size_t index) const;
     /// None when no plug-in gave a tab.

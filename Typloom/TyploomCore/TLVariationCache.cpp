@@ -3,8 +3,6 @@
 #include "Typloom/TyploomCore/DocumentRevision.h"
 #include "Typloom/TyploomCore/InterpolationCounters.h"
 
-#include <algorithm>
-
 static std::size_t hash(std::span<double const> numbers)
 {
     std::size_t result = numbers.size();
@@ -44,10 +42,4 @@ std::shared_ptr<SharedModel> TLVariationCache::modelFor(GlyphSources const& sour
         = std::make_shared<SharedModel>(VariationSlices(axes, sources.countOfSources(), sources.places()));
     m_models.emplace(key, model);
     return model;
-}
-
-std::size_t TLVariationCache::countOfModels() const
-{
-    return static_cast<std::size_t>(std::count_if(
-        m_models.begin(), m_models.end(), [](auto const& known) { return !known.second.expired(); }));
 }

@@ -9,9 +9,6 @@ public:
     /// The glyph's sources as the document is now, with their model.
     GlyphSources& sourcesOf(TLGlyph const& glyph);
 
-    /// Models that a glyph uses.
-    std::size_t countOfModels() const;
-
 private:
     struct Entry {
         std::weak_ptr<NSObject const> glyph; ///< Another glyph may come to lie at a dead one's address.
