@@ -3,6 +3,7 @@
 #include "Typloom/Formats/GlyphDesignspace.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/PlistEdit.h"
+#include "Typloom/Formats/PointTypeName.h"
 #include "Typloom/Formats/VariableComponents.h"
 
 #include <algorithm>
@@ -48,23 +49,6 @@ bool haveSameNames(TLOutline const& one, TLOutline const& other)
         [](TLAnchor const& left, TLAnchor const& right) { return left.name == right.name; });
 }
 
-std::string_view nameOf(TLPointType type)
-{
-    switch (type) {
-    case TLPointType::move:
-        return "move";
-    case TLPointType::line:
-        return "line";
-    case TLPointType::curve:
-        return "curve";
-    case TLPointType::qcurve:
-        return "qcurve";
-    case TLPointType::offcurve:
-        break;
-    }
-    return "offcurve";
-}
-
 std::string attributeText(std::string_view name, std::string_view value)
 {
     return " " + std::string(name) + "=\"" + xmlEscaped(value) + "\"";
@@ -80,7 +64,7 @@ std::string contourText(TLContour const& contour)
     std::string text = "<contour>";
     for (auto const& point : contour.points) {
         text += "\n\t<point" + placeText(point.x, point.y);
-        text += point.type == TLPointType::offcurve ? "" : attributeText("type", nameOf(point.type));
+        text += point.type == TLPointType::offcurve ? "" : attributeText("type", pointTypeName(point.type));
         text += point.smooth ? " smooth=\"yes\"" : "";
         text += point.name.empty() ? "" : attributeText("name", point.name);
         text += "/>";

@@ -3,6 +3,7 @@
 #include "Platform/AppKit/NSStackView.h"
 #include "Platform/AppKit/NSTableView.h"
 #include "Platform/AppKit/NSTextField.h"
+#include "Typloom/Formats/PointTypeName.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
 #include "Typloom/TyploomApp/TLSidebar.h"
 #include "Typloom/TyploomCore/TLFont.h"
@@ -112,23 +113,6 @@ QJsonArray describeSections(NSTableView& table)
     return sections;
 }
 
-char const* typeName(TLPointType type)
-{
-    switch (type) {
-    case TLPointType::move:
-        return "move";
-    case TLPointType::line:
-        return "line";
-    case TLPointType::curve:
-        return "curve";
-    case TLPointType::qcurve:
-        return "qcurve";
-    case TLPointType::offcurve:
-        break;
-    }
-    return "offcurve";
-}
-
 QJsonObject describeOutline(TLOutline const& outline)
 {
     QJsonArray contours;
@@ -136,7 +120,7 @@ QJsonObject describeOutline(TLOutline const& outline)
         QJsonArray points;
         for (auto const& point : contour.points) {
             points.append(
-                QJsonObject { { "x", point.x }, { "y", point.y }, { "type", typeName(point.type) } });
+                QJsonObject { { "x", point.x }, { "y", point.y }, { "type", pointTypeName(point.type) } });
         }
         contours.append(points);
     }
