@@ -11,6 +11,12 @@ static std::string emptyRangeLabel()
         "from the axis default value");
 }
 
+static std::string helpButtonName()
+{
+    return MoravelLocalizedString("variation.axis.empty-range.help-button.name", "Why is this range empty?",
+        "Name of the button beside \"Empty range\" that opens the explanation, read out by screen readers");
+}
+
 /// `%@` in the text stands for the axis's default value.
 static std::string fontHelpFormat()
 {
@@ -66,10 +72,9 @@ static std::shared_ptr<NSButton> makeHelpButton(std::shared_ptr<NSObject> const&
 /// In the place of slider and value field, which are hidden while the hint is shown.
 std::shared_ptr<NSView> AxisCellView::makeEmptyRangeHintView()
 {
-    auto const text = emptyRangeLabel();
     auto const button = makeHelpButton(shared_from_this());
-    button->setAccessibilityLabel(text);
-    auto const stack = NSStackView::stackViewWithViews({ makeHintLabel(text), button });
+    button->setAccessibilityLabel(helpButtonName());
+    auto const stack = NSStackView::stackViewWithViews({ makeHintLabel(emptyRangeLabel()), button });
     stack->setOrientation(NSLayoutOrientation::horizontal);
     stack->setAlignment(NSStackViewAlignment::centerY);
     stack->setSpacing(3);

@@ -73,7 +73,7 @@ public:
         if (event->type() != QEvent::ToolTip || !slider || !widget->toolTip().isEmpty()) {
             return false;
         }
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), sliderPlaceText(*slider), widget);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), sliderRangeText(*slider), widget);
         return true;
     }
 };
@@ -82,7 +82,6 @@ NSSlider::NSSlider()
 {
     setAcceptsFirstResponder(true, false);
     qtWidget(*this)->installEventFilter(new PlaceTip(*this));
-    installSliderAccessibility();
 }
 
 NSSlider::~NSSlider() = default;
@@ -116,6 +115,8 @@ void NSSlider::setDoubleValue(double value)
         if (QAccessible::isActive()) {
             QAccessibleValueChangeEvent event(qtWidget(*this), doubleValue());
             QAccessible::updateAccessibility(&event);
+            QAccessibleEvent description(qtWidget(*this), QAccessible::DescriptionChanged);
+            QAccessible::updateAccessibility(&description);
         }
     }
 }

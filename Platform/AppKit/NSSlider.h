@@ -25,6 +25,15 @@ public:
     /// Changes the value as a person does: brings it into the range and sends the action if that is another
     /// value.
     void performChange(double value);
+    /// Where the value stands among the stops of the slider.
+    struct Place {
+        double lower { 0 }; ///< The next stop below, or the end of the range.
+        double upper { 0 };
+        std::size_t stop { 0 }; ///< The stop that the value is on, counted from 1; 0 between stops.
+        std::size_t stops { 0 };
+    };
+    /// Here without stops.
+    virtual Place place() const { return { .lower = m_minValue, .upper = m_maxValue }; }
     bool isTracking() const { return m_drag.has_value(); }
 
     void setEnabled(bool enabled) override;

@@ -98,3 +98,23 @@ void NSTableViewBacking::keepPlace(std::vector<Place> const& places)
         }
     }
 }
+
+std::optional<std::size_t> NSTableViewBacking::rowWithToken(std::uint64_t token) const
+{
+    if (auto const live = m_live.find(token); live != m_live.end()) {
+        return live->second.row;
+    }
+    auto const row
+        = std::find_if(rows.begin(), rows.end(), [&](auto const& each) { return each.token == token; });
+    return row == rows.end() ? std::nullopt : std::optional(static_cast<std::size_t>(row - rows.begin()));
+}
+
+std::optional<std::uint64_t> NSTableViewBacking::tokenOf(QWidget const& rowWidget) const
+{
+    for (auto const& [token, live] : m_live) {
+        if (qtWidget(*live.view) == &rowWidget) {
+            return token;
+        }
+    }
+    return std::nullopt;
+}

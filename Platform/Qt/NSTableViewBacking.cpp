@@ -86,6 +86,7 @@ NSTableView::Changes NSTableViewBacking::setRows(std::vector<NSTableRow> wanted)
     updateScrollRange();
     keepPlace(places);
     takeBack(gone);
+    accessibleRows.forgetRemoved(*this);
     tile();
     return changes;
 }
@@ -167,6 +168,9 @@ void NSTableViewBacking::releaseRows(Range wanted)
 void NSTableViewBacking::takeBack(std::vector<RowView> const& released)
 {
     for (auto const& row : released) {
+        if (auto* rowWidget = qtWidget(*row.view)) {
+            accessibleRows.viewGoes(*rowWidget);
+        }
         m_scroller->takeOut([&] { pool.takeBack(row.view); });
     }
 }
@@ -202,6 +206,9 @@ void NSTableViewBacking::adopt(std::shared_ptr<NSView> const& made, std::size_t 
         measure(live);
     }
     view->addSubview(made);
+    if (auto* rowWidget = qtWidget(*made)) {
+        accessibleRows.viewAdded(*m_scroller, rows[row].token, *rowWidget);
+    }
 }
 
 void NSTableViewBacking::measure(RowView const& row)

@@ -5,6 +5,7 @@
 #include "Platform/Qt/NSViewBacking.h"
 #include "Platform/Qt/QtTableView.h"
 #include "Platform/Qt/RowViewPool.h"
+#include "Platform/Qt/TableAccessibility.h"
 
 #include <set>
 #include <unordered_map>
@@ -29,6 +30,10 @@ struct NSTableViewBacking : NSViewBacking {
     void scrollTo(double y);
     void scrollRowToVisible(std::size_t row);
     void setContentInsets(NSEdgeInsets insets);
+    /// None for a row that is no more.
+    std::optional<std::size_t> rowWithToken(std::uint64_t token) const;
+    /// The token of the row that this is the widget of, none where it is no row's.
+    std::optional<std::uint64_t> tokenOf(QWidget const& rowWidget) const;
     /// The widgets of the rows in sight, from the top.
     std::vector<QWidget*> rowWidgets() const;
 
@@ -36,6 +41,7 @@ struct NSTableViewBacking : NSViewBacking {
     RowGeometry geometry;
     NSTableView::RowViewProvider provider;
     RowViewPool pool;
+    AccessibleRows accessibleRows;
 
 private:
     struct RowView {

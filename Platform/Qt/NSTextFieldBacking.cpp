@@ -60,7 +60,7 @@ void NSTextFieldBacking::show(QString const& text)
     }
     if (label) {
         label->setText(text);
-        label->updateElision();
+        label->textDidChange();
         return;
     }
     bool const wasSelected = field->hasSelectedText() && field->selectedText() == field->text();

@@ -109,6 +109,7 @@ std::shared_ptr<NSView> NibLoader::load(QIODevice& file, std::shared_ptr<NSBundl
     }
     for (auto const& view : m_views) {
         applyProperties(*view);
+        nameByTitle(*view);
     }
     joinSuperviews();
     if (m_problems.empty()) {
@@ -158,6 +159,24 @@ static bool applyFractionDigits(NSNumberFormatter& formatter, QWidget const& wid
     int const digits = isNumber ? formatter.maximumFractionDigits() : property.toInt(&isNumber);
     formatter.setMaximumFractionDigits(digits);
     return isNumber && digits >= 0;
+}
+
+/// The property "accessibilityTitle" names the label whose text says what a view is for.
+void NibLoader::nameByTitle(NSView& view)
+{
+    auto const title = textProperty(*qtWidget(view), "accessibilityTitle");
+    if (title.empty()) {
+        return;
+    }
+    for (auto const& candidate : m_views) {
+        auto* const label = qobject_cast<QtLabel*>(qtWidget(*candidate));
+        if (label && candidate->identifier() == title) {
+            label->name(*qtWidget(view));
+            return;
+        }
+    }
+    m_problems.push_back(
+        "names '" + view.identifier() + "' by the label '" + title + "', which it does not have");
 }
 
 void NibLoader::applyProperties(NSView& view)

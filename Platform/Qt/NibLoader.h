@@ -41,6 +41,7 @@ private:
     void translate(NibOutline::Text const& text, std::shared_ptr<NSBundle> const& bundle);
     void joinSuperviews();
     void applyProperties(NSView& view);
+    void nameByTitle(NSView& view);
 
     std::vector<std::shared_ptr<NSView>> m_views;
     std::vector<std::string> m_problems;

@@ -72,6 +72,16 @@ bool QtButton::hitButton(QPoint const& place) const
     return rect().contains(place);
 }
 
+bool QtButton::event(QEvent* event)
+{
+    bool const hasOwnName = !text().isEmpty() || accessibleName() != m_nameFromToolTip;
+    if (event->type() == QEvent::ToolTipChange && !hasOwnName) {
+        m_nameFromToolTip = toolTip();
+        setAccessibleName(m_nameFromToolTip);
+    }
+    return QPushButton::event(event);
+}
+
 void QtButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -5,7 +5,8 @@
 #include <QPushButton>
 
 /// A button with a bezel of the desktop's style, with none until the pointer is over it, or the round
-/// one that stands for help. Takes the keyboard by Tab only.
+/// one that stands for help. Takes the keyboard by Tab only. Without a text and a name of its own it is
+/// called as its tool tip says.
 class QtButton final : public QPushButton {
     Q_OBJECT
     /// An `NSControlSize`.
@@ -21,6 +22,7 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool hitButton(QPoint const& place) const override;
@@ -35,4 +37,5 @@ private:
     NSBezelStyle m_bezel { NSBezelStyle::rounded };
     NSControlSize m_controlSize { NSControlSize::regular };
     bool m_isDestructive { false };
+    QString m_nameFromToolTip;
 };

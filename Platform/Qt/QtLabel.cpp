@@ -26,6 +26,32 @@ void QtLabel::updateElision()
     setToolTip(wanted);
 }
 
+static QString nameInText(QString const& text)
+{
+    auto name = text.trimmed();
+    if (name.endsWith(QLatin1Char(':'))
+        || name.endsWith(QChar(0xff1a))) { // Chinese and Japanese have their own.
+        name.chop(1);
+    }
+    return name.trimmed();
+}
+
+void QtLabel::name(QWidget& widget)
+{
+    m_named.append(&widget);
+    widget.setAccessibleName(nameInText(text()));
+}
+
+void QtLabel::textDidChange()
+{
+    updateElision();
+    for (auto const& widget : m_named) {
+        if (widget) {
+            widget->setAccessibleName(nameInText(text()));
+        }
+    }
+}
+
 QSize QtLabel::minimumSizeHint() const
 {
     if (wordWrap()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPointer>
 
 /// A label of plain text. One that does not wrap ends in an ellipsis where its text does not fit,
 /// and tells the whole text in its tool tip then, unless it has been given another one.
@@ -9,8 +10,11 @@ class QtLabel final : public QLabel {
 public:
     explicit QtLabel(bool wraps);
 
-    /// Brings the tool tip up to date after a change of the text.
-    void updateElision();
+    /// Gives the widget this label's text as its accessible name, without a colon at its end, and again
+    /// whenever the text changes.
+    void name(QWidget& widget);
+    /// Brings the tool tip and the names that hang on the text up to date after a change of it.
+    void textDidChange();
 
     QSize minimumSizeHint() const override;
 
@@ -21,6 +25,8 @@ protected:
 
 private:
     QString shownText() const;
+    void updateElision();
 
     QString m_ownToolTip;
+    QList<QPointer<QWidget>> m_named;
 };

@@ -1,5 +1,6 @@
 #include "Platform/Qt/SliderAccessibility.h"
 
+#include "Platform/AppKit/KeyStep.h"
 #include "Platform/AppKit/NSSlider.h"
 #include "Platform/Foundation/NSBundle.h"
 #include "Platform/Foundation/NSNumberFormatter.h"
@@ -34,17 +35,22 @@ public:
         return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
                                                    : QAccessibleWidget::interface_cast(type);
     }
+    /// Some bridges know only the number of a value; what they do tell is the description.
     QString text(QAccessible::Text kind) const override
     {
         auto const* const slider = sliderOf(object());
-        return kind == QAccessible::Value && slider ? sliderPlaceText(*slider)
-                                                    : QAccessibleWidget::text(kind);
+        bool const tellsPlace = kind == QAccessible::Value || kind == QAccessible::Description;
+        return tellsPlace && slider ? sliderSpokenText(*slider) : QAccessibleWidget::text(kind);
     }
 
     QVariant currentValue() const override { return read(&NSSlider::doubleValue); }
     QVariant minimumValue() const override { return read(&NSSlider::minValue); }
     QVariant maximumValue() const override { return read(&NSSlider::maxValue); }
-    QVariant minimumStepSize() const override { return {}; }
+    QVariant minimumStepSize() const override
+    {
+        auto const* const slider = sliderOf(object());
+        return slider ? QVariant(keyStep(slider->maxValue() - slider->minValue(), false)) : QVariant();
+    }
     void setCurrentValue(QVariant const& value) override
     {
         auto* const slider = sliderOf(object());
@@ -61,25 +67,42 @@ private:
     }
 };
 
-QAccessibleInterface* makeInterface(QString const&, QObject* object)
-{
-    return sliderOf(object) ? new AccessibleSlider(static_cast<QWidget*>(object)) : nullptr;
-}
 } // namespace
 
-QString sliderPlaceText(NSSlider const& slider)
+static QString betweenText(double value, double lower, double upper)
 {
     auto const format = NSLocalizedString("slider.value-and-range.description", NSBundle::mainBundle(),
         "%1$@, between %2$@ and %3$@",
-        "Tool tip and spoken value of a slider: its value, the least and the greatest it can have");
+        "Tool tip and spoken value of a slider: its value, and between which values that lies");
     return toQString(format)
-        .replace("%1$@", number(slider.doubleValue()))
-        .replace("%2$@", number(slider.minValue()))
-        .replace("%3$@", number(slider.maxValue()));
+        .replace("%1$@", number(value))
+        .replace("%2$@", number(lower))
+        .replace("%3$@", number(upper));
 }
 
-void installSliderAccessibility()
+QString sliderRangeText(NSSlider const& slider)
 {
-    static bool const installed = (QAccessible::installFactory(makeInterface), true);
-    static_cast<void>(installed);
+    return betweenText(slider.doubleValue(), slider.minValue(), slider.maxValue());
+}
+
+QString sliderSpokenText(NSSlider const& slider)
+{
+    auto const place = slider.place();
+    if (place.stop == 0) {
+        return betweenText(slider.doubleValue(), place.lower, place.upper);
+    }
+    auto const format = NSLocalizedString("slider.value-on-stop.description", NSBundle::mainBundle(),
+        "%1$@, position %2$@ of %3$@",
+        "Spoken value of a slider that stands on one of its marks: its value, which mark that is, counted "
+        "from "
+        "the least, and how many there are");
+    return toQString(format)
+        .replace("%1$@", number(slider.doubleValue()))
+        .replace("%2$@", number(static_cast<double>(place.stop)))
+        .replace("%3$@", number(static_cast<double>(place.stops)));
+}
+
+QAccessibleInterface* makeAccessibleSlider(QWidget& widget)
+{
+    return sliderOf(&widget) ? new AccessibleSlider(&widget) : nullptr;
 }

@@ -102,6 +102,17 @@ TEST_F(Button, ofASymbolIsNamedByItsDescriptionUnlessItHasAName)
     EXPECT_EQ(button->accessibilityLabel(), "Add an axis");
 }
 
+TEST_F(Button, withoutATextIsCalledAsItsToolTipSaysUnlessItHasAName)
+{
+    button->setToolTip("Add");
+    EXPECT_EQ(button->accessibilityLabel(), "Add");
+    button->setToolTip("More");
+    EXPECT_EQ(button->accessibilityLabel(), "More");
+    button->setAccessibilityLabel("An axis");
+    button->setToolTip("Add");
+    EXPECT_EQ(button->accessibilityLabel(), "An axis");
+}
+
 TEST_F(Button, thatDestroysSomethingSaysSoInRedThatCanBeReadOnLightAndDark)
 {
     button->setTitle("MMMM");

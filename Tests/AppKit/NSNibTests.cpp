@@ -164,6 +164,7 @@ TEST_F(Nib, showsItsTextsInTheLanguageOfTheUser)
         widget("QLabel", "nameLabel", text("outlet", "nameLabel") + text("text", "Name &amp; more"))
             + widget("QLineEdit", "field", text("placeholderText", "None") + text("accessibleName", "Value"))
             + widget("QPushButton", "button", text("text", "Add") + text("toolTip", "Not in the table"))
+            + widget("NSSlider", "titled", text("accessibilityTitle", "nameLabel"))
             + widget(
                 "QLabel", "kept", R"(<property name="text"><string notr="true">x</string></property>)")));
     NSSetCurrentLocale("de_DE");
@@ -177,6 +178,12 @@ TEST_F(Nib, showsItsTextsInTheLanguageOfTheUser)
     EXPECT_EQ(fieldNamed("field")->placeholderString(), "Keiner");
     EXPECT_EQ(fieldNamed("field")->accessibilityLabel(), "Wert");
     EXPECT_EQ(fieldNamed("kept")->stringValue(), "x");
+    auto const titled = view->descendantWithIdentifier("titled");
+    EXPECT_EQ(titled->accessibilityLabel(), "Name & mehr");
+    for (auto const* title : { "Nom :", "Nom：", "Nom" }) {
+        fieldNamed("nameLabel")->setStringValue(title);
+        EXPECT_EQ(titled->accessibilityLabel(), "Nom");
+    }
     auto const button = std::dynamic_pointer_cast<NSButton>(view->descendantWithIdentifier("button"));
     EXPECT_EQ(button->title(), "Neu");
     EXPECT_EQ(button->toolTip(), "Not in the table");
@@ -274,6 +281,8 @@ TEST_F(Nib, namesEveryOutletAndActionThatDoesNotFit)
 {
     EXPECT_THAT(errorsOf(label + widget("QLabel", "x", text("outlet", "nameLabl"))),
         ElementsAre(sentence("nameLabl")));
+    EXPECT_THAT(errorsOf(label + widget("QWidget", "x", text("accessibilityTitle", "y"))),
+        ElementsAre(AllOf(sentence("x"), sentence("y"))));
     EXPECT_THAT(errorsOf(""), ElementsAre(sentence("nameLabel")));
     EXPECT_THAT(errorsOf(widget("QPushButton", "x", text("outlet", "nameLabel"))),
         ElementsAre(AllOf(sentence("nameLabel"), HasSubstr("NSButton"))));

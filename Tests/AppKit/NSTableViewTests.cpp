@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPointer>
@@ -287,6 +288,51 @@ TEST(NSTableView, makesTheViewOfARowOutOfSightOnDemandOnly)
     EXPECT_EQ(window.cell(60), nullptr) << "goes back when nobody looks";
     EXPECT_EQ(window.table->viewAtColumnRow(0, 100, true), nullptr);
     EXPECT_EQ(window.table->viewAtColumnRow(1, 0, true), nullptr);
+}
+
+TEST(NSTableView, letsAScreenReaderFindEveryRowUnderItsHeadingMadeOrNot)
+{
+    TableWindow window;
+    auto rows = TableWindow::rowsUpTo(40);
+    rows.insert(rows.begin(), { 100, true });
+    window.table->setRows(rows);
+    window.table->setAccessibilityLabel("Numbers");
+    ViewWindow::settle();
+    auto* const list = QAccessible::queryAccessibleInterface(qtWidget(*window.table));
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    EXPECT_EQ(list->text(QAccessible::Name), "Numbers");
+    EXPECT_EQ(list->childCount(), 42) << "and the scroller";
+    EXPECT_EQ(list->child(0)->role(), QAccessible::Heading);
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "100");
+
+    auto* const near = list->child(1);
+    EXPECT_EQ(near->role(), QAccessible::ListItem);
+    EXPECT_FALSE(near->state().invisible);
+    EXPECT_EQ(near->child(0)->object(), qtWidget(*window.cell(1)));
+    EXPECT_EQ(near->child(0)->parent(), near);
+    EXPECT_EQ(list->childAt(near->rect().center().x(), near->rect().center().y()), near);
+
+    auto* const far = list->child(31);
+    EXPECT_EQ(far->text(QAccessible::Name), "31");
+    ViewWindow::settle();
+    EXPECT_EQ(far->childCount(), 0) << "no view is kept for it";
+    EXPECT_TRUE(far->state().invisible);
+    far->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    ASSERT_NE(window.cell(31), nullptr);
+    EXPECT_TRUE(window.cell(31)->slider()->isFirstResponder());
+    EXPECT_FALSE(far->state().invisible);
+    EXPECT_EQ(list->child(31), far);
+    EXPECT_EQ(far->rect(),
+        QRect(qtWidget(*window.cell(31))->mapToGlobal(QPoint(0, 0)), qtWidget(*window.cell(31))->size()));
+    EXPECT_TRUE(near->state().invisible);
+
+    auto const gone = QAccessible::uniqueId(far);
+    rows.erase(rows.begin() + 31);
+    window.table->setRows(rows);
+    EXPECT_EQ(QAccessible::accessibleInterface(gone), nullptr);
+    EXPECT_EQ(list->indexOfChild(near), 1);
+    EXPECT_EQ(list->child(31)->text(QAccessible::Name), "32");
 }
 
 TEST(NSTableView, showsEmptyRowsWhereTheProviderGivesNoView)

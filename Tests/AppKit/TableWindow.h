@@ -40,6 +40,7 @@ inline std::shared_ptr<NSBundle> tableTestBundle()
     std::filesystem::create_directories(path / "Resources");
     std::ofstream(path / "Resources" / "TestCell.ui") << R"(<ui version="4.0"><class>TestCell</class>
 <widget class="TestCell" name="cell">
+ <property name="accessibilityTitle" stdset="0"><string notr="true">label</string></property>
  <property name="minimumSize"><size><width>0</width><height>50</height></size></property>
  <property name="maximumSize"><size><width>10000</width><height>50</height></size></property>
  <layout class="QHBoxLayout">

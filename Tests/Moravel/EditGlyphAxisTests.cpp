@@ -48,8 +48,8 @@ TEST_F(EditGlyphAxis, showsItsControlsAlignedAndInTheOrderOfTheirUse)
     EXPECT_EQ(defaultField().stringValue(), "0");
     EXPECT_EQ(defaultField().placeholderString(), "0");
     EXPECT_EQ(defaultField().font()->pointSize(), NSFont::systemFontSize());
-    EXPECT_EQ(accessibleName(nameField()), "Axis name:");
-    EXPECT_EQ(accessibleName(defaultField()), "Default:");
+    EXPECT_EQ(accessibleName(nameField()), "Axis name");
+    EXPECT_EQ(accessibleName(defaultField()), "Default");
 
     EXPECT_EQ(shown.axisNameLabel()->frame().maxX(), shown.defaultValueLabel()->frame().maxX());
     EXPECT_EQ(nameField().frame().origin.x, defaultField().frame().origin.x);

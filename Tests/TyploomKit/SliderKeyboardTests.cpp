@@ -161,6 +161,22 @@ TEST(SliderAccessibility, aScreenReaderFindsNameNumberAndPlaceAndCanChangeTheVal
     EXPECT_THAT(shown.recorder->values, ElementsAre(700));
 }
 
+TEST(SliderAccessibility, thePlaceIsBetweenLandmarksOrOnOne)
+{
+    ShownSlider shown;
+    auto const spoken = [&](double value) {
+        shown.slider->setDoubleValue(value);
+        return QAccessible::queryAccessibleInterface(qtWidget(*shown.slider))
+            ->text(QAccessible::Value)
+            .toStdString();
+    };
+    shown.slider->setLandmarks(std::vector<double> { -5, 100, 400, 700 });
+    EXPECT_EQ(spoken(540), "540, between 400 and 700");
+    EXPECT_EQ(spoken(400.0004), "400, position 2 of 3");
+    EXPECT_EQ(spoken(0), "0, between 0 and 100");
+    EXPECT_EQ(spoken(900), "900, between 700 and 1000");
+}
+
 TEST(SliderAccessibility, theToolTipSaysValueAndRangeUnlessThereIsAnother)
 {
     ShownSlider shown;

@@ -4,6 +4,7 @@
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
 #include "Platform/Qt/SymbolIcons.h"
+#include "Typloom/TyploomApp/TLAccessibleRoles.h"
 #include "Typloom/TyploomKit/TLPlaceholderView.h"
 
 #include <QAbstractButton>
@@ -24,6 +25,7 @@ class TabButton final : public QAbstractButton {
 public:
     TabButton(QString const& title, std::shared_ptr<NSImage> const& image)
     {
+        TLPresentAsTab(*this);
         setText(title);
         setToolTip(title);
         setAccessibleName(title);

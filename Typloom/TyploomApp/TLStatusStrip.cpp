@@ -1,6 +1,7 @@
 #include "Typloom/TyploomApp/TLStatusStrip.h"
 
 #include "Platform/Qt/Conversions.h"
+#include "Typloom/TyploomApp/TLAccessibleRoles.h"
 
 #include <QAction>
 #include <QDialog>
@@ -19,10 +20,11 @@ namespace {
 /// A label that gives way: a long text ends in an ellipsis and never widens the window.
 class ElidingLabel final : public QLabel {
 public:
+    ElidingLabel() { TLPresentAsNamedLine(*this); }
     void showText(QString const& shown)
     {
         if (text() != shown) {
-            setText(shown);
+            TLSetTextOfNamedLine(*this, shown);
             setToolTip(shown);
         }
     }

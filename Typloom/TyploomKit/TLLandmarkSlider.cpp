@@ -93,6 +93,25 @@ double TLLandmarkSlider::nextStop(double value, bool up) const
     return previous == m_landmarks->rend() ? end : std::max(*previous, end);
 }
 
+NSSlider::Place TLLandmarkSlider::place() const
+{
+    auto place = NSSlider::place();
+    for (auto const landmark : m_landmarks.value_or(std::vector<double> {})) {
+        if (landmark < minValue() || landmark > maxValue()) {
+            continue;
+        }
+        ++place.stops;
+        if (std::abs(landmark - doubleValue()) <= sameValue) {
+            place.stop = place.stops;
+        } else if (landmark < doubleValue()) {
+            place.lower = landmark;
+        } else {
+            place.upper = std::min(place.upper, landmark);
+        }
+    }
+    return place;
+}
+
 /// Left edges of the marks, in whole points, so that each is crisp; marks of one place are one.
 std::vector<double> TLLandmarkSlider::markPositions() const
 {

@@ -20,6 +20,7 @@ public:
     double neutralValue() const { return m_neutralValue; }
 
     NSSize fittingSize() const override;
+    Place place() const override;
 
 protected:
     double valueForHand(Hand const& hand) const override;
