@@ -131,17 +131,53 @@ QJsonObject describeOutline(TLOutline const& outline)
     }
     return { { "advance", outline.advance }, { "contours", contours }, { "components", components } };
 }
+
+/// Titles of all tabs, from the first.
+QJsonArray describeTabs(TLSidebar const& sidebar)
+{
+    QJsonArray titles;
+    for (std::size_t i = 0; sidebar.controllerOfTab(i); ++i) {
+        titles.append(text(sidebar.titleOfTab(i)));
+    }
+    return titles;
+}
+
+/// The texts that stand in a view, from back to front.
+void addTexts(std::shared_ptr<NSView> const& view, QJsonArray& texts)
+{
+    if (auto const label = std::dynamic_pointer_cast<NSTextField>(view); label && !label->isHidden()) {
+        texts.append(text(label->stringValue()));
+    }
+    for (auto const& subview : view->subviews()) {
+        addTexts(subview, texts);
+    }
+}
+
+/// What the sidebar shows: rows where its tab has a table, texts where it has none.
+void describeSidebar(TLSidebar const& sidebar, QJsonObject& object)
+{
+    object["tabs"] = describeTabs(sidebar);
+    auto const tab = sidebar.shownTab();
+    if (!tab) {
+        return;
+    }
+    object["tab"] = text(sidebar.titleOfTab(*tab));
+    auto const view = sidebar.controllerOfTab(*tab)->view();
+    if (auto const table = findView<NSTableView>(view)) {
+        object["sections"] = describeSections(*table);
+        return;
+    }
+    QJsonArray texts;
+    addTexts(view, texts);
+    object["texts"] = texts;
+}
 } // namespace
 
 std::string DescribeWindow(TLDocumentWindow const& window)
 {
     QJsonObject object { { "state", text(window.stateText()) }, { "tab", "" }, { "sections", QJsonArray() } };
-    auto const sidebar = window.sidebar();
-    if (auto const tab = sidebar ? sidebar->shownTab() : std::nullopt) {
-        object["tab"] = text(sidebar->titleOfTab(*tab));
-        if (auto const table = findView<NSTableView>(sidebar->controllerOfTab(*tab)->view())) {
-            object["sections"] = describeSections(*table);
-        }
+    if (auto const sidebar = window.sidebar()) {
+        describeSidebar(*sidebar, object);
     }
     QJsonArray report;
     for (auto const& sentence : window.font() ? window.font()->report() : std::vector<std::string>()) {

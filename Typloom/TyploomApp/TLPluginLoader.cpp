@@ -196,7 +196,8 @@ void TLPluginLoader::loadStandardFolders()
 {
     std::error_code error;
     auto const program = fs::read_symlink("/proc/self/exe", error).parent_path();
-    for (auto const& folder : { program / "PlugIns", program.parent_path() / "PlugIns" }) {
+    for (auto const& folder : { program / "PlugIns", program.parent_path() / "PlugIns",
+             program / TYPLOOM_LIBRARIES_FROM_PROGRAM / "PlugIns" }) {
         if (fs::is_directory(folder, error)) {
             load(folder, Repeated::isPassedOver);
         }
