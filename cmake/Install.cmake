@@ -4,11 +4,11 @@
 # The program finds the libraries and PlugIns relative to itself, so that an installed tree can be moved.
 # To be included before the rooms.
 include(GNUInstallDirs)
-set(TYPLOOM_LIBRARIES ${CMAKE_INSTALL_LIBDIR}/typloom)
-set(TYPLOOM_SHARED_DATA ${CMAKE_INSTALL_DATADIR}/typloom)
-file(RELATIVE_PATH TYPLOOM_LIBRARIES_FROM_PROGRAM
-    ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/typloom)
+set(TYPLOOM_LIBRARIES ${CMAKE_INSTALL_LIBDIR}/typloom/Libraries)
+set(TYPLOOM_PLUGINS ${CMAKE_INSTALL_LIBDIR}/typloom/PlugIns)
+file(RELATIVE_PATH TYPLOOM_HOME_FROM_PROGRAM ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR}/typloom)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME typloom)
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # The tests are none of what is installed.
 
 # install_library(TARGET): one of the libraries that program and plug-ins share.
 function(install_library target)

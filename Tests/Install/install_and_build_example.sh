@@ -10,7 +10,7 @@ export QT_QPA_PLATFORM=offscreen LANGUAGE=en HOME=$folder
 cmake --install "$build" --prefix "$folder/first" >"$folder/install.log"
 mv "$folder/first" "$folder/prefix"
 program=$folder/prefix/bin/typloom
-if readelf -d "$folder"/prefix/bin/* "$folder"/prefix/lib/typloom/*.so "$folder"/prefix/lib/typloom/PlugIns/*/*.so |
+if readelf -d "$folder"/prefix/bin/* "$folder"/prefix/lib/typloom/Libraries/*.so "$folder"/prefix/lib/typloom/PlugIns/*/*.so |
     grep -E 'R(UN)?PATH' | grep -F "$build"; then
     echo "What is installed looks for its libraries in the build folder"
     exit 1

@@ -197,7 +197,7 @@ void TLPluginLoader::loadStandardFolders()
     std::error_code error;
     auto const program = fs::read_symlink("/proc/self/exe", error).parent_path();
     for (auto const& folder : { program / "PlugIns", program.parent_path() / "PlugIns",
-             program / TYPLOOM_LIBRARIES_FROM_PROGRAM / "PlugIns" }) {
+             program / TYPLOOM_HOME_FROM_PROGRAM / "PlugIns" }) {
         if (fs::is_directory(folder, error)) {
             load(folder, Repeated::isPassedOver);
         }
