@@ -1,7 +1,6 @@
 #include "Moravel/Model/Landmarks.h"
 
 #include "Moravel/Model/AxisRanges.h"
-#include "Typloom/TyploomCore/TLFontMaster.h"
 
 #include <algorithm>
 
@@ -13,35 +12,22 @@ std::vector<double> distinctAscending(std::vector<double> values)
     return values;
 }
 
-std::vector<double> fontAxisLandmarks(
-    std::vector<std::shared_ptr<TLFontMaster>> const& masters, std::string_view axisId)
+std::vector<double> glyphAxisLandmarks(TLGlyph const& glyph, TLAxis const& axis)
 {
-    std::vector<double> values;
-    values.reserve(masters.size());
-    for (auto const& master : masters) {
-        values.push_back(master->axisInternalValueValueForId(axisId));
+    auto const& spread = glyph.spreadOnAxis(axis);
+    auto landmarks = spread.intermediateValues;
+    auto const font = glyph.font();
+    auto const fontAxis = font ? font->axisForId(axis.axisId()) : nullptr;
+    if (!fontAxis) {
+        return landmarks;
     }
-    return distinctAscending(std::move(values));
-}
-
-std::vector<std::vector<double>> glyphAxisLandmarks(
-    TLLayerDictionary const& layers, std::vector<std::shared_ptr<TLAxis>> const& axes)
-{
-    std::vector<std::vector<double>> values(axes.size());
-    for (auto const& [layerId, layer] : layers) {
-        if (!layer->isBraceLayer()) {
-            continue;
-        }
-        for (std::size_t index = 0; index < axes.size(); ++index) {
-            if (auto const value = layer->axisInternalValueValue(axes[index]->axisId())) {
-                values[index].push_back(*value);
-            }
-        }
+    // On an axis that is the font's too the layers without a coordinate stand at its default.
+    auto const countOfIntermediates = std::ranges::count_if(
+        glyph.layers(), [](auto const& entry) { return entry.second->isBraceLayer(); });
+    if (static_cast<std::size_t>(countOfIntermediates) > spread.countOfIntermediateValues) {
+        landmarks.push_back(fontAxis->defaultValue());
     }
-    for (auto& list : values) {
-        list = distinctAscending(std::move(list));
-    }
-    return values;
+    return distinctAscending(std::move(landmarks));
 }
 
 std::vector<double> stepPositions(std::vector<double> landmarks, double defaultValue)

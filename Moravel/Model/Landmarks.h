@@ -1,20 +1,13 @@
 #pragma once
 
-#include "Typloom/TyploomCore/TLGlyph.h"
-
-#include <vector>
+#include "Typloom/TyploomCore/TLFont.h"
 
 /// Values in ascending order, each one once.
 std::vector<double> distinctAscending(std::vector<double> values);
 
-/// Where the masters stand on a font axis: distinct design coordinates, ascending.
-std::vector<double> fontAxisLandmarks(
-    std::vector<std::shared_ptr<TLFontMaster>> const& masters, std::string_view axisId);
-
-/// Where the glyph's intermediate layers stand on each of its own axes: one list for each of
-/// `axes`, in their order, distinct and ascending. A layer without a place on an axis adds nothing there.
-std::vector<std::vector<double>> glyphAxisLandmarks(
-    TLLayerDictionary const& layers, std::vector<std::shared_ptr<TLAxis>> const& axes);
+/// Where the glyph's intermediate layers stand on one of its own axes: distinct and ascending. A layer
+/// without a place on it adds nothing.
+std::vector<double> glyphAxisLandmarks(TLGlyph const& glyph, TLAxis const& axis);
 
 /// The values between which a row's step buttons move: the landmarks and the default, distinct and ascending.
 std::vector<double> stepPositions(std::vector<double> landmarks, double defaultValue);

@@ -1,78 +1,49 @@
 #include "Moravel/Model/Matching.h"
 
+#include "Typloom/TyploomCore/TLPlaceReader.h"
+
 #include <algorithm>
-#include <cmath>
 
-/// One axis of a place that is looked for.
-struct AxisTarget {
-    std::string_view axisId;
-    double value;
-    double axisDefault;
-};
-
-using Targets = std::vector<AxisTarget>;
-
-static Targets targets(std::vector<std::shared_ptr<TLAxis>> const& axes, TLLocation const& location)
+static TLPlaceSearch searchForMaster(TLFont const& font, TLLocation const& location)
 {
-    Targets result;
-    result.reserve(axes.size());
-    for (auto const& axis : axes) {
-        auto const wanted = TLLocationNumber(location, axis->axisId()).value_or(axis->defaultValue());
-        result.push_back({ axis->axisId(), wanted, axis->defaultValue() });
-    }
-    return result;
+    return { font.canonicalAxes(), &font, location, matchingTolerance };
 }
 
-static bool isSamePlace(double left, double right)
+static TLPlaceSearch searchForLayer(TLGlyph const& glyph, TLFont const* font, TLLocation const& location)
 {
-    return std::abs(left - right) < matchingTolerance;
-}
-
-/// The targets are looked up once for all the masters of a search.
-static bool masterMatchesLocation(TLFontMaster const& master, Targets const& place)
-{
-    return std::ranges::all_of(place, [&](AxisTarget const& target) {
-        return isSamePlace(master.axisInternalValueValueForId(target.axisId), target.value);
-    });
-}
-
-static bool layerMatchesLocation(TLLayer const& layer, Targets const& place)
-{
-    return std::ranges::all_of(place, [&](AxisTarget const& target) {
-        auto const value = layer.axisInternalValueValue(target.axisId).value_or(target.axisDefault);
-        return isSamePlace(value, target.value);
-    });
+    return { glyph.allAxes(), font, location, matchingTolerance };
 }
 
 bool masterMatchesLocation(TLFontMaster const& master, TLFont const& font, TLLocation const& location)
 {
-    return masterMatchesLocation(master, targets(font.canonicalAxes(), location));
+    return searchForMaster(font, location).finds(master);
 }
 
 std::shared_ptr<TLFontMaster> matchingMaster(TLFont const& font, TLLocation const& location)
 {
-    auto const place = targets(font.canonicalAxes(), location);
+    auto const search = searchForMaster(font, location);
     auto const& masters = font.fontMasters();
-    auto const found = std::ranges::find_if(
-        masters, [&](auto const& master) { return masterMatchesLocation(*master, place); });
+    auto const found
+        = std::ranges::find_if(masters, [&](auto const& master) { return search.finds(*master); });
     return found == masters.end() ? nullptr : *found;
 }
 
 bool layerMatchesLocation(TLLayer const& layer, TLGlyph const& glyph, TLLocation const& location)
 {
-    return layerMatchesLocation(layer, targets(glyph.allAxes(), location));
+    auto const font = glyph.font();
+    return searchForLayer(glyph, font.get(), location).finds(layer);
 }
 
 std::shared_ptr<TLLayer> matchingLayer(
     TLGlyph const& glyph, TLLocation const& location, std::optional<std::string> const& associatedMasterId)
 {
-    auto const axes = glyph.allAxes();
-    auto const place = targets(axes, location);
+    auto const font = glyph.font();
+    auto const search = searchForLayer(glyph, font.get(), location);
     std::shared_ptr<TLLayer> ofAnyMaster;
     for (auto const& [layerId, layer] : glyph.layers()) {
         auto const isCandidate = layer->isMasterLayer() || layer->isBraceLayer();
         auto const isPreferred = associatedMasterId && layer->associatedMasterId() == associatedMasterId;
-        if (!isCandidate || (ofAnyMaster && !isPreferred) || !layerMatchesLocation(*layer, place)) {
+        if (!isCandidate || (ofAnyMaster && !isPreferred) || !search.finds(*layer)) {
             continue;
         }
         if (isPreferred) {

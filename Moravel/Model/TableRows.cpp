@@ -14,7 +14,7 @@ static RowContent fontRow(
     std::shared_ptr<TLAxis> const& axis, TLFontMaster const* defaultMaster, EditedState const& state)
 {
     auto const& axisId = axis->axisId();
-    auto landmarks = fontAxisLandmarks(state.font.fontMasters(), axisId);
+    auto landmarks = state.font.masterValuesOnAxis(*axis);
     auto const fallback = defaultMaster ? defaultMaster->axisInternalValueValueForId(axisId) : 0;
     auto range = rangeList(fontAxisRange(landmarks, fallback));
     return { .axis = axis,
@@ -71,10 +71,8 @@ static void appendGlyphRows(MoravelTableModel& model, TLGlyph const& glyph, Edit
     auto const bounds = glyph.internalAxisRanges(std::nullopt);
     auto const defaultMaster = state.font.defaultFontMaster(nullptr);
     auto const defaultLayer = defaultMaster ? glyph.layers().find(defaultMaster->id()) : nullptr;
-    auto landmarks = glyphAxisLandmarks(glyph.layers(), glyph.axes());
     SectionItems rows { model, Section::glyph, {} };
-    for (std::size_t index = 0; index < glyph.axes().size(); ++index) {
-        auto const& axis = glyph.axes()[index];
+    for (auto const& axis : glyph.axes()) {
         auto const span = bounds.find(axis);
         if (!matchesFilter(axis->name(), state) || span == bounds.end()) {
             continue;
@@ -83,7 +81,7 @@ static void appendGlyphRows(MoravelTableModel& model, TLGlyph const& glyph, Edit
             auto const fallback = glyphAxisDefault(*axis, defaultLayer.get());
             *content = { .axis = axis,
                 .range = rangeList({ span->second.lower, fallback, span->second.upper }),
-                .landmarks = std::move(landmarks[index]),
+                .landmarks = glyphAxisLandmarks(glyph, *axis),
                 .position = glyphAxisPosition(*axis, *state.layer) };
         }
     }

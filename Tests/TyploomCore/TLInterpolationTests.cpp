@@ -1,5 +1,6 @@
 #include "Tests/Support/FontBuilder.h"
 #include "Typloom/TyploomCore/TLInterpolation.h"
+#include "Typloom/TyploomCore/TLVariationCache.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -251,6 +252,16 @@ TEST_F(TLInterpolationTest, glyphsOfTheSamePlacesShareOneModelThatOutlivesChange
     auto const after = TLInterpolationCountersNow();
     EXPECT_EQ(after.modelsBuilt - before.modelsBuilt, 2u);
     EXPECT_EQ(after.glyphsInterpolated - before.glyphsInterpolated, 3u * 115 + 1);
+}
+
+TEST_F(TLInterpolationTest, nothingIsKeptOfGlyphsThatAreGone)
+{
+    for (int round = 0; round < 3; ++round) {
+        for (auto const* name : { "n", "o" }) {
+            TLInterpolateGlyph(*addLines(name), { { "w", 650.0 } });
+        }
+    }
+    EXPECT_EQ(builder.font()->variationCache().countOfGlyphs(), 2u);
 }
 
 TEST_F(TLInterpolationTest, aGlyphOfNoFontInterpolatesOnItsOwnAxes)

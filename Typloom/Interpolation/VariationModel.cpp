@@ -61,6 +61,7 @@ std::vector<SourceFactor> VariationModel::factors(std::span<double const> place)
         shares[index] = supportScalar(support(index), place);
     }
     std::vector<SourceFactor> result;
+    result.reserve(shares.size());
     for (std::size_t index = shares.size(); index-- > 0;) {
         double const share = shares[index];
         if (share == 0) {

@@ -54,11 +54,12 @@ void TLEditState::settleAxisLocation()
     if (!m_axisLocation) {
         return;
     }
-    auto const isGone = [this](auto const& entry) {
-        auto const isIt = [&entry](auto const& axis) { return axis->axisId() == entry.first; };
-        auto const own = m_editedGlyph ? m_editedGlyph->axes() : std::vector<std::shared_ptr<TLAxis>>();
-        return m_knownAxes.contains(entry.first) && !m_font->axisForId(entry.first)
-            && std::none_of(own.begin(), own.end(), isIt);
+    auto const isOwn = [this](std::string const& axisId) {
+        auto const isIt = [&axisId](auto const& axis) { return axis->axisId() == axisId; };
+        return m_editedGlyph && std::ranges::any_of(m_editedGlyph->axes(), isIt);
+    };
+    auto const isGone = [&](auto const& entry) {
+        return !m_font->axisForId(entry.first) && m_knownAxes.contains(entry.first) && !isOwn(entry.first);
     };
     if (std::erase_if(*m_axisLocation, isGone) > 0) {
         settleView();
@@ -68,11 +69,18 @@ void TLEditState::settleAxisLocation()
 
 void TLEditState::rememberAxes()
 {
-    m_knownAxes.clear();
     if (!m_axisLocation) {
+        m_knownAxes.clear();
         return;
     }
-    for (auto const& axis : m_editedGlyph ? m_editedGlyph->allAxes() : m_font->canonicalAxes()) {
+    auto const axes = m_editedGlyph ? m_editedGlyph->allAxes() : m_font->canonicalAxes();
+    auto const isKnown = [this](auto const& axis) { return m_knownAxes.contains(axis->axisId()); };
+    // A drag asks this all the time.
+    if (m_knownAxes.size() == axes.size() && std::ranges::all_of(axes, isKnown)) {
+        return;
+    }
+    m_knownAxes.clear();
+    for (auto const& axis : axes) {
         m_knownAxes.insert(axis->axisId());
     }
 }

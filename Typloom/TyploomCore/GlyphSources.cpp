@@ -10,9 +10,10 @@
 std::variant<VariationSlices::Instance, VariationFault> const& SharedModel::instance(
     std::span<double const> place)
 {
-    if (!m_lastPlace || !std::equal(m_lastPlace->begin(), m_lastPlace->end(), place.begin(), place.end())) {
+    if (!m_hasInstance || !std::ranges::equal(m_lastPlace, place)) {
         m_lastInstance = m_slices.instance(place);
-        m_lastPlace.emplace(place.begin(), place.end());
+        m_lastPlace.assign(place.begin(), place.end());
+        m_hasInstance = true;
     }
     return m_lastInstance;
 }

@@ -16,7 +16,8 @@ public:
 
 private:
     VariationSlices m_slices;
-    std::optional<std::vector<double>> m_lastPlace;
+    bool m_hasInstance { false };
+    std::vector<double> m_lastPlace;
     std::variant<VariationSlices::Instance, VariationFault> m_lastInstance;
 };
 

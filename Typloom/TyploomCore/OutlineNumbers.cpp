@@ -19,29 +19,45 @@ std::vector<double> outlineNumbers(TLOutline const& outline)
     return numbers;
 }
 
-void setOutlineNumbers(TLOutline& outline, std::span<double const> numbers)
+/// Put together rather than copied and changed: a copy of a point copies its name, which hardly any has.
+static TLContour contourWithNumbers(TLContour const& shape, double const*& next)
 {
+    TLContour contour;
+    contour.points.reserve(shape.points.size());
+    for (auto const& point : shape.points) {
+        contour.points.push_back({ next[0], next[1], point.type, point.smooth, {} });
+        next += 2;
+        if (!point.name.empty()) {
+            contour.points.back().name = point.name;
+        }
+    }
+    return contour;
+}
+
+TLOutline outlineWithNumbers(TLOutline const& shape, std::span<double const> numbers)
+{
+    TLOutline outline;
     auto const* next = numbers.data();
     outline.advance = *next++;
     outline.height = *next++;
-    for (auto& contour : outline.contours) {
-        for (auto& point : contour.points) {
-            point.x = *next++;
-            point.y = *next++;
-        }
+    outline.contours.reserve(shape.contours.size());
+    for (auto const& contour : shape.contours) {
+        outline.contours.push_back(contourWithNumbers(contour, next));
     }
+    outline.components = shape.components;
     for (auto& component : outline.components) {
         for (double& number : component.transform) {
             number = *next++;
         }
     }
-    if (next == numbers.data() + numbers.size()) {
-        outline.anchors.clear();
+    if (next != numbers.data() + numbers.size()) {
+        outline.anchors = shape.anchors;
     }
     for (auto& anchor : outline.anchors) {
         anchor.x = *next++;
         anchor.y = *next++;
     }
+    return outline;
 }
 
 std::size_t countOfAnchorNumbers(TLOutline const& outline)

@@ -8,9 +8,9 @@
 /// components, and, last, coordinates of anchors.
 std::vector<double> outlineNumbers(TLOutline const& outline);
 
-/// Writes numbers as `outlineNumbers` gives them into an outline of the same shape; the anchors'
-/// may be absent, and the outline then loses its anchors.
-void setOutlineNumbers(TLOutline& outline, std::span<double const> numbers);
+/// An outline of the same shape with other numbers, in the order that `outlineNumbers` gives them. The
+/// anchors' may be absent: then it has no anchors.
+TLOutline outlineWithNumbers(TLOutline const& shape, std::span<double const> numbers);
 
 /// How many of an outline's numbers belong to anchors.
 std::size_t countOfAnchorNumbers(TLOutline const& outline);

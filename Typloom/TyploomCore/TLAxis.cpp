@@ -16,6 +16,7 @@ TLAxis::TLAxis(std::string axisId, std::string name)
 
 TLAxis::TLAxis(TLAxisState state)
     : m_state(std::move(state))
+    , m_key(TLAxisKeyForId(m_state.axisId))
 {
 }
 

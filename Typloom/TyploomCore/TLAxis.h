@@ -1,11 +1,9 @@
 #pragma once
 
 #include "Platform/Foundation/NSObject.h"
-#include "Typloom/TyploomCore/Export.h"
+#include "Typloom/TyploomCore/TLAxisValues.h"
 
 #include <functional>
-#include <optional>
-#include <vector>
 
 /// An axis as it is at one moment. Values are design coordinates.
 struct TLAxisState {
@@ -32,6 +30,7 @@ public:
 
     TLAxisState const& state() const { return m_state; }
     std::string const& axisId() const { return m_state.axisId; }
+    TLAxisKey key() const { return m_key; }
     std::string const& name() const { return m_state.name; }
     void setName(std::string name);
     /// Four characters; none on an axis of a glyph.
@@ -65,5 +64,6 @@ private:
     void willChange() const;
 
     TLAxisState m_state;
+    TLAxisKey m_key;
     std::function<void()> m_observer;
 };

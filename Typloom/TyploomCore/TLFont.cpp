@@ -42,9 +42,12 @@ std::shared_ptr<TLFontMaster> TLFont::fontMasterForId(std::string_view id) const
 std::shared_ptr<TLFontMaster> TLFont::defaultFontMaster(std::nullptr_t) const
 {
     auto const standsAtDefaults = [this](std::shared_ptr<TLFontMaster> const& master) {
-        return std::all_of(m_axes.begin(), m_axes.end(), [&master](auto const& axis) {
-            return master->axisInternalValueValueForId(axis->axisId()) == axis->defaultValue();
-        });
+        for (std::size_t index = 0; index < m_axes.size(); ++index) {
+            if (master->valueForKey(m_axes[index]->key(), index) != m_axes[index]->defaultValue()) {
+                return false;
+            }
+        }
+        return true;
     };
     auto const found = std::find_if(m_masters.begin(), m_masters.end(), standsAtDefaults);
     return found == m_masters.end() ? nullptr : *found;
@@ -65,7 +68,8 @@ void TLFont::insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size
         return;
     }
     m_history->fontWillChange();
-    master->setChangeObserver(changeObserver());
+    observe(*master);
+    m_masterValues.clear();
     if (index >= m_masters.size()) {
         // Files give masters in their order; none of the others moves.
         m_masterIndexes.try_emplace(master->id(), m_masters.size());
@@ -90,6 +94,7 @@ void TLFont::removeMaster(std::size_t index)
 void TLFont::didChangeMasters()
 {
     m_masterIndexes.clear();
+    m_masterValues.clear();
     for (std::size_t index = 0; index < m_masters.size(); ++index) {
         m_masterIndexes.try_emplace(m_masters[index]->id(), index);
     }
@@ -98,8 +103,15 @@ void TLFont::didChangeMasters()
 
 std::shared_ptr<TLAxis> TLFont::axisForId(std::string_view axisId) const
 {
-    auto const entry = m_axisIndexes.find(axisId);
-    return entry == m_axisIndexes.end() ? nullptr : m_axes[entry->second];
+    auto const key = TLKnownAxisKey(axisId);
+    auto const index = key ? indexOfAxis(*key) : NSNotFound;
+    return index == NSNotFound ? nullptr : m_axes[index];
+}
+
+std::size_t TLFont::indexOfAxis(TLAxisKey key) const
+{
+    auto const entry = m_axisIndexes.find(key);
+    return entry == m_axisIndexes.end() ? NSNotFound : entry->second;
 }
 
 void TLFont::insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index)
@@ -110,7 +122,7 @@ void TLFont::insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index)
     m_history->fontWillChange();
     axis->setChangeObserver(changeObserver());
     if (index >= m_axes.size()) {
-        m_axisIndexes.try_emplace(axis->axisId(), m_axes.size());
+        m_axisIndexes.try_emplace(axis->key(), m_axes.size());
         m_axes.push_back(axis);
         return documentDidChange();
     }
@@ -133,7 +145,7 @@ void TLFont::didChangeAxes()
 {
     m_axisIndexes.clear();
     for (std::size_t index = 0; index < m_axes.size(); ++index) {
-        m_axisIndexes.try_emplace(m_axes[index]->axisId(), index);
+        m_axisIndexes.try_emplace(m_axes[index]->key(), index);
     }
     documentDidChange();
 }
@@ -145,6 +157,19 @@ std::function<void()> TLFont::changeObserver()
             font->history().fontWillChange();
         }
     };
+}
+
+void TLFont::observe(TLFontMaster& master)
+{
+    master.setChangeObserver(
+        [weak = std::weak_ptr(sharedAs<TLFont>())](std::optional<TLAxisKey> movedOnAxis) {
+            if (auto const font = weak.lock()) {
+                font->history().fontWillChange();
+                if (movedOnAxis) {
+                    font->m_masterValues.erase(*movedOnAxis);
+                }
+            }
+        });
 }
 
 TLFontState TLFont::state() const
@@ -172,7 +197,7 @@ void TLFont::restore(TLFontState const& state)
         auto const known = fontMasterForId(masterState.id);
         masters.push_back(known ? known : std::make_shared<TLFontMaster>(masterState.id, masterState.name));
         masters.back()->restore(masterState);
-        masters.back()->setChangeObserver(changeObserver());
+        observe(*masters.back());
     }
     for (auto const& master : m_masters) {
         if (std::find(masters.begin(), masters.end(), master) == masters.end()) {

@@ -60,11 +60,14 @@ public:
         std::shared_ptr<TLFontMaster> const& master) const; ///< Or `NSNotFound`.
     void insertMaster(std::shared_ptr<TLFontMaster> const& master, std::size_t index);
     void removeMaster(std::size_t index);
+    /// Where the masters stand on an axis: each value once, ascending. Holds until a master changes.
+    std::vector<double> const& masterValuesOnAxis(TLAxis const& axis) const;
 
     /// Every axis in the file's order, hidden ones too.
     std::vector<std::shared_ptr<TLAxis>> const& canonicalAxes() const { return m_axes; }
     std::vector<std::shared_ptr<TLAxis>> const& axes() const { return m_axes; }
     std::shared_ptr<TLAxis> axisForId(std::string_view axisId) const;
+    std::size_t indexOfAxis(TLAxisKey key) const; ///< Or `NSNotFound`.
     void insertAxis(std::shared_ptr<TLAxis> const& axis, std::size_t index);
     void removeAxis(std::size_t index);
 
@@ -101,13 +104,15 @@ private:
     void didChangeMasters();
     void didChangeAxes();
     std::function<void()> changeObserver();
+    void observe(TLFontMaster& master);
 
     std::string m_familyName;
     std::filesystem::path m_path;
     std::vector<std::shared_ptr<TLFontMaster>> m_masters;
     std::vector<std::shared_ptr<TLAxis>> m_axes;
     TLStringMap<std::size_t> m_masterIndexes;
-    TLStringMap<std::size_t> m_axisIndexes;
+    mutable TLAxisSummaries<std::vector<double>> m_masterValues;
+    std::unordered_map<TLAxisKey, std::size_t> m_axisIndexes;
     std::shared_ptr<TLGlyphSource> m_source;
     mutable std::map<std::string, std::shared_ptr<TLGlyph>, std::less<>> m_glyphs;
     std::vector<std::string> m_insertedNames; ///< Of glyphs that no source gave, in their order.

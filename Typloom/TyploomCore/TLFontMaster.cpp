@@ -11,21 +11,28 @@ TLFontMaster::TLFontMaster(std::string id, std::string name)
 
 TLMasterState TLFontMaster::state() const
 {
-    return { m_id, m_name, m_values, m_metrics };
+    TLStringMap<double> values;
+    for (std::size_t index = 0; index < m_values.keys().size(); ++index) {
+        values.emplace(TLAxisIdForKey(m_values.keys()[index]), m_values.values()[index]);
+    }
+    return { m_id, m_name, std::move(values), m_metrics };
 }
 
 void TLFontMaster::restore(TLMasterState const& state)
 {
     m_name = state.name;
-    m_values = state.values;
+    m_values = {};
+    for (auto const& [axisId, value] : state.values) {
+        m_values.set(TLAxisKeyForId(axisId), value);
+    }
     m_metrics = state.metrics;
     documentDidChange();
 }
 
-void TLFontMaster::willChange() const
+void TLFontMaster::willChange(std::optional<TLAxisKey> movedOnAxis) const
 {
     if (m_observer) {
-        m_observer();
+        m_observer(movedOnAxis);
     }
 }
 
@@ -42,8 +49,8 @@ void TLFontMaster::setName(std::string name)
 
 double TLFontMaster::axisInternalValueValueForId(std::string_view axisId) const
 {
-    auto const entry = m_values.find(axisId);
-    return entry == m_values.end() ? 0 : entry->second;
+    auto const key = TLKnownAxisKey(axisId);
+    return key ? valueForKey(*key, 0) : 0;
 }
 
 void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
@@ -51,11 +58,12 @@ void TLFontMaster::setAxisInternalValue(double value, std::string_view axisId)
     if (!isStorableCoordinate(value)) {
         return;
     }
-    auto const entry = m_values.find(axisId);
-    if (entry != m_values.end() && entry->second == value) {
+    auto const key = TLAxisKeyForId(axisId);
+    auto const* before = m_values.find(key);
+    if (before && *before == value) {
         return;
     }
-    willChange();
-    m_values.insert_or_assign(std::string(axisId), value + 0.0); // -0 becomes 0.
+    willChange(key);
+    m_values.set(key, value + 0.0); // -0 becomes 0.
     documentDidChange();
 }

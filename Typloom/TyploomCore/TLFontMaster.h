@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/NSObject.h"
-#include "Typloom/TyploomCore/Export.h"
+#include "Typloom/TyploomCore/TLAxisValues.h"
 #include "Typloom/TyploomCore/TLStringHash.h"
 
 #include <functional>
@@ -19,6 +19,12 @@ public:
 
     /// The master's design coordinate on a font axis; 0 on an axis that it has no value for.
     double axisInternalValueValueForId(std::string_view axisId) const;
+    /// The same by the axis's key. `hint`: its index in the font.
+    double valueForKey(TLAxisKey key, std::size_t hint) const
+    {
+        auto const* value = m_values.find(key, hint);
+        return value ? *value : 0;
+    }
     /// What is not finite is ignored.
     void setAxisInternalValue(double value, std::string_view axisId);
 
@@ -37,17 +43,19 @@ public:
     TLMasterState state() const;
     /// Becomes what it was then. Recorded nowhere.
     void restore(TLMasterState const& state);
-    /// Set by the font that the master belongs to; called before each change.
-    void setChangeObserver(std::function<void()> observer) { m_observer = std::move(observer); }
+    /// Set by the font that the master belongs to; called before each change, with the axis on which the
+    /// master is moved, or none.
+    using ChangeObserver = std::function<void(std::optional<TLAxisKey>)>;
+    void setChangeObserver(ChangeObserver observer) { m_observer = std::move(observer); }
 
 private:
-    void willChange() const;
+    void willChange(std::optional<TLAxisKey> movedOnAxis = {}) const;
 
     std::string m_id;
     std::string m_name;
-    TLStringMap<double> m_values;
+    TLAxisValues m_values;
     Metrics m_metrics;
-    std::function<void()> m_observer;
+    ChangeObserver m_observer;
 };
 
 /// A master as it is at one moment.

@@ -65,6 +65,7 @@ void TLGlyph::insertLayer(std::shared_ptr<TLLayer> const& layer)
     auto const index = indexForInserting(*layer);
     m_workingLayers.insert(layer, index);
     m_trueLayers.insert(layer, index);
+    m_spreads.clear();
     documentDidChange();
 }
 
@@ -77,6 +78,7 @@ void TLGlyph::removeLayer(std::string_view layerId)
     std::string const identifier(layerId); // The argument may belong to the layer that goes.
     m_workingLayers.remove(identifier);
     m_trueLayers.remove(identifier);
+    m_spreads.clear();
     documentDidChange();
 }
 
@@ -131,24 +133,32 @@ std::vector<std::shared_ptr<TLAxis>> TLGlyph::allAxes() const
 std::unordered_map<std::shared_ptr<TLAxis>, TLClosedRange> TLGlyph::internalAxisRanges(
     std::optional<std::string> const& associatedMasterID) const
 {
-    TLStringMap<TLClosedRange> spans;
-    for (auto const& axis : m_axes) {
-        spans.try_emplace(axis->axisId(), TLClosedRange { axis->defaultValue(), axis->defaultValue() });
-    }
-    for (auto const& [layerId, layer] : m_trueLayers) {
-        if (associatedMasterID && layer->associatedMasterId() != associatedMasterID) {
-            continue;
-        }
-        for (auto const& [axisId, value] : layer->coordinates()) {
-            if (auto const span = spans.find(axisId); span != spans.end()) {
-                span->second.lower = std::min(span->second.lower, value);
-                span->second.upper = std::max(span->second.upper, value);
-            }
-        }
-    }
     std::unordered_map<std::shared_ptr<TLAxis>, TLClosedRange> ranges;
+    ranges.reserve(m_axes.size());
     for (auto const& axis : m_axes) {
-        ranges.emplace(axis, spans.find(axis->axisId())->second);
+        auto const rest = axis->defaultValue();
+        TLClosedRange range { rest, rest };
+        auto const include = [&range](double value) {
+            range = { std::min(range.lower, value), std::max(range.upper, value) };
+        };
+        if (associatedMasterID) {
+            for (auto const& [layerId, layer] : m_trueLayers) {
+                auto const* value = layer->data()->values.find(axis->key());
+                if (value && layer->associatedMasterId() == associatedMasterID) {
+                    include(*value);
+                }
+            }
+        } else {
+            auto const& spread = spreadOnAxis(*axis);
+            include(spread.lowest.value_or(rest));
+            include(spread.highest.value_or(rest));
+        }
+        ranges.emplace(axis, range);
     }
     return ranges;
+}
+
+void TLGlyph::coordinatesDidChange(TLAxisValues const& before, TLAxisValues const& after)
+{
+    TLForEachDifference(before, after, [this](TLAxisKey key) { m_spreads.erase(key); });
 }

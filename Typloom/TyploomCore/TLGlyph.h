@@ -2,6 +2,7 @@
 
 #include "Typloom/TyploomCore/TLAxis.h"
 #include "Typloom/TyploomCore/TLLayer.h"
+#include "Typloom/TyploomCore/TLPlaceSummary.h"
 #include "Typloom/TyploomCore/TLStringHash.h"
 
 class TLFontMaster;
@@ -85,8 +86,13 @@ public:
     /// With a master identifier only layers associated with that master count.
     std::unordered_map<std::shared_ptr<TLAxis>, TLClosedRange> internalAxisRanges(
         std::optional<std::string> const& associatedMasterID) const;
+    /// Where the layers stand on an axis by their own coordinates. Holds until a layer changes.
+    TLAxisSpread const& spreadOnAxis(TLAxis const& axis) const;
+    /// Called by a layer whose coordinates changed.
+    void coordinatesDidChange(TLAxisValues const& before, TLAxisValues const& after);
 
 private:
+    void collectSpreads(TLAxisSummaries<TLAxisSpread>& spreads) const;
     std::size_t indexForInserting(TLLayer const& layer) const;
     void adopt(TLAxis& axis);
     void removeCoordinates(std::vector<std::string> const& axisIds);
@@ -99,4 +105,5 @@ private:
     TLLayerDictionary m_workingLayers;
     TLLayerDictionary m_trueLayers;
     std::vector<std::shared_ptr<TLAxis>> m_axes;
+    mutable TLAxisSummaries<TLAxisSpread> m_spreads;
 };

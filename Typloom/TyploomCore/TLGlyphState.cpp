@@ -75,6 +75,7 @@ void TLGlyph::restoreLayers(std::vector<std::shared_ptr<TLLayerState const>> con
     }
     m_workingLayers = std::move(working);
     m_trueLayers = std::move(placed);
+    m_spreads.clear();
 }
 
 void TLGlyph::adopt(TLAxis& axis)

@@ -132,8 +132,7 @@ private:
         for (auto const& [index, factor] : factors) {
             addScaled(numbers, factor, m_sources.source(index).numbers);
         }
-        TLInterpolatedOutline result { first.layer->outline, std::nullopt };
-        setOutlineNumbers(result.outline, numbers);
+        TLInterpolatedOutline result { outlineWithNumbers(first.layer->outline, numbers), std::nullopt };
         setComponentLocations(result.outline, factors);
         return result;
     }

@@ -3,17 +3,33 @@
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomCore/TLInterpolationFontProxy.h"
 #include "Typloom/TyploomCore/DocumentRevision.h"
+#include "Typloom/TyploomCore/TLPlaceReader.h"
 #include "Typloom/TyploomCore/Storable.h"
+
+#include <utility>
 
 TLLayer::TLLayer(std::shared_ptr<Data> data)
     : m_data(std::move(data))
 {
+    readCoordinates();
 }
 
 TLLayer::TLLayer(std::shared_ptr<Data> data, std::shared_ptr<TLInterpolationFontProxy> proxy)
     : m_data(std::move(data))
     , m_proxy(std::move(proxy))
 {
+    readCoordinates();
+}
+
+void TLLayer::readCoordinates()
+{
+    auto const before = std::exchange(m_data->values, {});
+    for (auto const& [axisId, value] : m_data->coordinates) {
+        m_data->values.set(TLAxisKeyForId(axisId), value);
+    }
+    if (auto const owner = glyph()) {
+        owner->coordinatesDidChange(before, m_data->values);
+    }
 }
 
 std::shared_ptr<TLFont> TLLayer::font() const
@@ -37,29 +53,8 @@ std::shared_ptr<NSObject> TLLayer::valueForKey(std::string_view key) const
 
 std::optional<double> TLLayer::axisInternalValueValue(std::string_view axisId) const
 {
-    if (m_data->kind == TLLayerKind::other) {
-        return std::nullopt;
-    }
-    if (m_previewLocation) {
-        if (auto const previewed = TLLocationNumber(*m_previewLocation, axisId)) {
-            return previewed;
-        }
-    }
-    auto const axis = fontAxis(axisId);
-    if (axis && isMasterLayer()) {
-        auto const master = font()->fontMasterForId(m_data->associatedMasterId.value_or(m_data->layerId));
-        return master ? std::optional(master->axisInternalValueValueForId(axisId)) : std::nullopt;
-    }
-    if (auto const own = m_data->coordinates.find(axisId); own != m_data->coordinates.end()) {
-        return own->second;
-    }
-    return axis ? std::optional(axis->defaultValue()) : std::nullopt;
-}
-
-std::shared_ptr<TLAxis> TLLayer::fontAxis(std::string_view axisId) const
-{
     auto const owner = font();
-    return owner ? owner->axisForId(axisId) : nullptr;
+    return TLLayerPlace(*this, owner.get()).valueForId(axisId);
 }
 
 void TLLayer::setCoordinates(TLCoordinates coordinates)
@@ -73,6 +68,7 @@ void TLLayer::setCoordinates(TLCoordinates coordinates)
     }
     willChange();
     m_data->coordinates = std::move(coordinates);
+    readCoordinates();
     documentDidChange();
 }
 
@@ -110,6 +106,7 @@ void TLLayer::restore(std::shared_ptr<TLLayerState const> const& state)
         return;
     }
     static_cast<TLLayerState&>(*m_data) = *state;
+    readCoordinates();
     m_data->captured = state;
     documentDidChange();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/NSObject.h"
-#include "Typloom/TyploomCore/Export.h"
+#include "Typloom/TyploomCore/TLAxisValues.h"
 #include "Typloom/TyploomCore/TLLocation.h"
 #include "Typloom/TyploomCore/TLOutline.h"
 
@@ -34,6 +34,7 @@ public:
     /// What all objects of one layer share.
     struct Data : TLLayerState {
         std::weak_ptr<TLGlyph> glyph {};
+        TLAxisValues values {}; ///< The coordinates, by key; set by the layer.
         std::shared_ptr<TLLayerState const> captured {}; ///< Null after a change.
     };
     explicit TLLayer(std::shared_ptr<Data> data);
@@ -76,9 +77,8 @@ public:
     std::shared_ptr<Data> const& data() const { return m_data; }
 
 private:
-    /// The font's axis of that identifier, null when it is none of the font's.
-    std::shared_ptr<TLAxis> fontAxis(std::string_view axisId) const;
     void willChange();
+    void readCoordinates();
 
     std::shared_ptr<Data> m_data;
     std::shared_ptr<TLInterpolationFontProxy> m_proxy;

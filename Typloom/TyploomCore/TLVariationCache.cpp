@@ -14,8 +14,12 @@ static std::size_t hash(std::span<double const> numbers)
 
 GlyphSources& TLVariationCache::sourcesOf(TLGlyph const& glyph)
 {
-    auto& entry = m_glyphs[&glyph];
     auto const revision = documentRevision();
+    if (m_sweptAt != revision) {
+        std::erase_if(m_glyphs, [](auto const& known) { return known.second.glyph.expired(); });
+        m_sweptAt = revision;
+    }
+    auto& entry = m_glyphs[&glyph];
     if (!entry.sources || entry.revision != revision || entry.glyph.expired()) {
         // The old sources hold their model until the new ones have looked for it.
         auto sources = std::make_unique<GlyphSources>(glyph);

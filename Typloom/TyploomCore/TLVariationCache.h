@@ -8,6 +8,9 @@ class TLVariationCache {
 public:
     /// The glyph's sources as the document is now, with their model.
     GlyphSources& sourcesOf(TLGlyph const& glyph);
+    /// Of how many glyphs something is kept. Those of glyphs that are gone go with the next question after
+    /// a change of the document.
+    std::size_t countOfGlyphs() const { return m_glyphs.size(); }
 
 private:
     struct Entry {
@@ -18,5 +21,6 @@ private:
     std::shared_ptr<SharedModel> modelFor(GlyphSources const& sources);
 
     std::unordered_map<TLGlyph const*, Entry> m_glyphs;
+    std::uint64_t m_sweptAt { 0 }; ///< The document's revision then.
     std::unordered_multimap<std::size_t, std::weak_ptr<SharedModel>> m_models; ///< By hash of the places.
 };

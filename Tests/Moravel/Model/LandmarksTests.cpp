@@ -12,9 +12,20 @@ TEST(Landmarks, ofAFontAxisAreItsMastersValuesOnceAndAscending)
     builder.addMaster("bold", { { "wght", 400 } });
     builder.addMaster("thin", { { "wght", 100 } });
     builder.addMaster("condensed bold", { { "wght", 400 } });
-    EXPECT_EQ(fontAxisLandmarks(builder.font()->fontMasters(), "wght"), (Values { 100, 400 }));
-    EXPECT_EQ(fontAxisLandmarks(builder.font()->fontMasters(), "wdth"), (Values { 0 }));
-    EXPECT_EQ(fontAxisLandmarks({}, "wght"), Values {});
+    auto const font = builder.font();
+    TLAxis const weight("wght", "Weight");
+    EXPECT_EQ(font->masterValuesOnAxis(weight), (Values { 100, 400 }));
+    EXPECT_EQ(font->masterValuesOnAxis({ "wdth", "Width" }), (Values { 0 }));
+    EXPECT_EQ(TLFont().masterValuesOnAxis(weight), Values {});
+
+    // What was worked out before does not outlive a change.
+    font->fontMasterForId("thin")->setAxisInternalValue(50, "wght");
+    EXPECT_EQ(font->masterValuesOnAxis(weight), (Values { 50, 400 }));
+    auto const before = font->state();
+    font->removeMaster(1);
+    EXPECT_EQ(font->masterValuesOnAxis(weight), (Values { 400 }));
+    font->restore(before);
+    EXPECT_EQ(font->masterValuesOnAxis(weight), (Values { 50, 400 }));
 }
 
 TEST(Landmarks, ofGlyphAxesComeFromIntermediateLayersThatHaveAPlaceThere)
@@ -30,8 +41,26 @@ TEST(Landmarks, ofGlyphAxesComeFromIntermediateLayersThatHaveAPlaceThere)
     FontBuilder::addBraceLayer(glyph, "2", std::nullopt, { { "crossbar", 100 } });
     FontBuilder::addBraceLayer(glyph, "3", "regular", { { "crossbar", 20 } });
     FontBuilder::addOtherLayer(glyph, "sketch", "regular");
-    EXPECT_EQ(glyphAxisLandmarks(glyph->layers(), glyph->axes()),
-        (std::vector<Values> { { 20, 100 }, { -5 }, {} }));
+    auto const landmarks = [&] {
+        std::vector<Values> all;
+        for (auto const& axis : glyph->axes()) {
+            all.push_back(glyphAxisLandmarks(*glyph, *axis));
+        }
+        return all;
+    };
+    EXPECT_EQ(landmarks(), (std::vector<Values> { { 20, 100 }, { -5 }, {} }));
+
+    auto const before = glyph->state();
+    glyph->layerForId("2")->setCoordinates({ { "serif", 3 } });
+    glyph->layerForId("3")->setCoordinates({ { "crossbar", 30 } });
+    EXPECT_EQ(landmarks(), (std::vector<Values> { { 30, 100 }, { -5, 3 }, {} }));
+    glyph->removeLayer("1");
+    EXPECT_EQ(landmarks(), (std::vector<Values> { { 30 }, { 3 }, {} }));
+    glyph->restore(before);
+    EXPECT_EQ(landmarks(), (std::vector<Values> { { 20, 100 }, { -5 }, {} }));
+    // On an axis that is the font's too, a layer that says nothing stands at its default.
+    builder.addAxis("serif", "Serif", { 0, 1, 10 });
+    EXPECT_EQ(landmarks(), (std::vector<Values> { { 20, 100 }, { -5, 1 }, {} }));
 }
 
 TEST(StepPositions, areTheLandmarksAndTheDefaultOnceAndAscending)
