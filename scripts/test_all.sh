@@ -57,6 +57,7 @@ python3 "$root/scripts/lint.py" --self-test || fail "The lint does not find what
 check "Formatting" "$root/scripts/check_format.sh"
 check "Numbers without the locale" python3 "$root/scripts/lint.py" numbers
 check "Strings and their table" python3 "$root/scripts/lint.py" strings
+check "Mutants match the sources" python3 "$root/scripts/mutants.py" check
 check "Public headers alone, without Qt" "$root/scripts/check_headers.sh"
 
 if built "Tests" "$root/build" -DTYPLOOM_TESTS=ON; then

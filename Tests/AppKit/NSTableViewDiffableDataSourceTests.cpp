@@ -1,8 +1,9 @@
 #include "Platform/AppKit/NSTableViewDiffableDataSource.h"
 
 #include "Tests/AppKit/TableWindow.h"
+#include "Tests/Support/Sequences.h"
 
-#include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -81,6 +82,7 @@ protected:
     std::unique_ptr<DataSource> source;
     std::function<void(Item const& item)> onCell;
     std::vector<std::pair<std::size_t, int>> providedRows;
+    Texts rowTexts;
 };
 
 } // namespace
@@ -95,17 +97,63 @@ TEST_F(Diffable, showsAHeaderForEachSectionAndARowForEachItem)
     EXPECT_EQ(source->snapshot(), snapshotOf({ { "Font", { 7 } }, { "Glyph", { 8 } } }));
 }
 
-TEST_F(Diffable, keepsTheViewsOfItemsAndSectionsInBothSnapshots)
+/// Sections in any order, each with some of the items, which are in one section each.
+static std::vector<std::pair<std::string, std::vector<int>>> anySections()
 {
-    apply({ { "Font", { 1, 2 } }, { "Glyph", { 3 } } });
-    auto const header = window.table->viewAtColumnRow(0, 3, false);
-    auto const moved = window.table->viewAtColumnRow(0, 2, false);
-    auto const provided = providedRows.size();
-    apply({ { "Glyph", { 3, 2 } }, { "Font", { 1 } } });
-    EXPECT_EQ(window.shown(), (Texts { "Glyph", "3", "2", "Font", "1" }));
-    EXPECT_EQ(window.table->viewAtColumnRow(0, 0, false), header);
-    EXPECT_EQ(window.table->viewAtColumnRow(0, 2, false), moved);
-    EXPECT_EQ(providedRows.size(), provided);
+    auto const items = *rc::gen::resize(8, rc::gen::unique<std::vector<int>>(rc::gen::inRange(1, 12)));
+    auto const names
+        = *rc::gen::resize(3, rc::gen::unique<Texts>(rc::gen::element<std::string>("a", "b", "c")));
+    std::vector<std::pair<std::string, std::vector<int>>> sections;
+    for (auto const& name : names) {
+        sections.emplace_back(name, std::vector<int> {});
+    }
+    for (auto const item : items) {
+        if (!sections.empty()) {
+            sections[*rc::gen::inRange<std::size_t>(0, sections.size())].second.push_back(item);
+        }
+    }
+    return sections;
+}
+
+TEST_F(Diffable, showsEachSnapshotAndNeverRemakesAViewThatStays)
+{
+    qtWidget(*window.table)->resize(300, 1000);
+    checkSequences("any snapshots", 150, [this] {
+        apply({});
+        rowTexts.clear();
+        for (auto const& sections :
+            *rc::gen::container<std::vector<std::vector<std::pair<std::string, std::vector<int>>>>>(
+                rc::gen::exec(anySections))) {
+            std::map<std::string, std::weak_ptr<NSView>> before;
+            for (std::size_t row = 0; row < window.table->numberOfRows(); ++row) {
+                before[rowTexts[row]] = window.table->viewAtColumnRow(0, row, true);
+            }
+            providedRows.clear();
+            apply(sections);
+            rowTexts.clear();
+            for (auto const& [name, items] : sections) {
+                rowTexts.push_back(name);
+                for (auto const item : items) {
+                    RC_ASSERT(source->rowForItem({ item }) == rowTexts.size());
+                    rowTexts.push_back(std::to_string(item));
+                }
+            }
+            RC_ASSERT(source->snapshot() == snapshotOf(sections));
+            RC_ASSERT(window.table->numberOfRows() == rowTexts.size());
+            for (std::size_t row = 0; row < rowTexts.size(); ++row) {
+                auto const view = window.table->viewAtColumnRow(0, row, true);
+                auto const cell = std::dynamic_pointer_cast<TestCell>(view);
+                auto const label = cell ? cell->label() : std::dynamic_pointer_cast<NSTextField>(view);
+                RC_ASSERT(label->stringValue() == rowTexts[row]);
+                auto const kept = before.find(rowTexts[row]);
+                auto const isOldView = kept != before.end() && kept->second.lock() == view;
+                RC_ASSERT(isOldView == (kept != before.end()));
+            }
+            for (auto const& [row, item] : providedRows) {
+                RC_ASSERT(!before.contains(std::to_string(item)));
+            }
+        }
+    });
 }
 
 TEST_F(Diffable, callsTheCompletionOnceTheTableShowsTheSnapshotAndBeforeItReturns)

@@ -1,10 +1,11 @@
 #include "Platform/AppKit/RowDifference.h"
 
+#include "Tests/Support/Sequences.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <numeric>
-#include <random>
 #include <set>
 
 namespace {
@@ -70,18 +71,6 @@ std::size_t stepCount(RowDifference const& steps)
     return steps.removed.size() + steps.inserted.size() + steps.moved.size();
 }
 
-void expectSmallest(Tokens const& before, Tokens const& after)
-{
-    auto const steps = difference(before, after);
-    std::set<std::uint64_t> const old(before.begin(), before.end());
-    auto const kept = static_cast<std::size_t>(
-        std::count_if(after.begin(), after.end(), [&](auto token) { return old.count(token) > 0; }));
-    ASSERT_EQ(applied(steps, before, after), after);
-    EXPECT_EQ(steps.removed.size(), before.size() - kept);
-    EXPECT_EQ(steps.inserted.size(), after.size() - kept);
-    EXPECT_EQ(steps.moved.size(), kept - longestCommon(before, after));
-}
-
 Tokens counting(std::size_t count)
 {
     Tokens tokens(count);
@@ -120,42 +109,46 @@ TEST(RowDifference, takesAHeaderForAnotherRowThanAnItemOfTheSameToken)
         rowDifference(item, header), (RowDifference { .removed = { 0 }, .inserted = { 0 }, .moved = {} }));
 }
 
-TEST(RowDifference, isRightAndSmallestForFewChangesInRandomLists)
+/// A list and another one with some of its rows and some new ones, from few edits or in any order.
+static std::pair<Tokens, Tokens> anyTwoLists()
 {
-    std::mt19937 random(7);
-    for (int round = 0; round < 600; ++round) {
-        auto before = counting(random() % 120);
-        auto after = before;
-        std::uint64_t fresh = 1000;
-        for (auto edits = random() % 7; edits > 0; --edits) {
-            auto const kind = random() % 3;
-            if (kind == 0 || after.empty()) {
-                after.insert(
-                    after.begin() + static_cast<std::ptrdiff_t>(random() % (after.size() + 1)), ++fresh);
-                continue;
-            }
-            auto const from = after.begin() + static_cast<std::ptrdiff_t>(random() % after.size());
-            auto const token = *from;
-            after.erase(from);
-            if (kind == 1) {
-                after.insert(
-                    after.begin() + static_cast<std::ptrdiff_t>(random() % (after.size() + 1)), token);
-            }
-        }
-        ASSERT_NO_FATAL_FAILURE(expectSmallest(before, after)) << "round " << round;
+    auto const size = *rc::gen::inRange<std::size_t>(0, 100);
+    auto const before = *rc::gen::resize(
+        static_cast<int>(size), rc::gen::unique<Tokens>(rc::gen::inRange<std::uint64_t>(1, 300)));
+    if (*rc::gen::arbitrary<bool>()) {
+        auto const after = rc::gen::unique<Tokens>(rc::gen::inRange<std::uint64_t>(1, 300));
+        return { before, *rc::gen::resize(static_cast<int>(size), after) };
     }
+    auto after = before;
+    auto const place
+        = [&] { return static_cast<std::ptrdiff_t>(*rc::gen::inRange<std::size_t>(0, after.size() + 1)); };
+    for (auto const kind : *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 3))) {
+        auto token = 1000 + after.size() + static_cast<std::uint64_t>(kind);
+        if (kind != 0 && !after.empty()) {
+            auto const from = after.begin() + place() % static_cast<std::ptrdiff_t>(after.size());
+            token = *from;
+            after.erase(from);
+        }
+        if (kind != 1 && std::ranges::find(after, token) == after.end()) {
+            after.insert(after.begin() + place(), token);
+        }
+    }
+    return { before, after };
 }
 
-TEST(RowDifference, isRightAndSmallestForShuffledLists)
+TEST(RowDifference, isRightAndSmallestForAnyTwoLists)
 {
-    std::mt19937 random(11);
-    for (int round = 0; round < 300; ++round) {
-        auto before = counting(random() % 90);
-        auto after = counting(random() % 90);
-        std::shuffle(before.begin(), before.end(), random);
-        std::shuffle(after.begin(), after.end(), random);
-        ASSERT_NO_FATAL_FAILURE(expectSmallest(before, after)) << "round " << round;
-    }
+    checkSequences("any two lists", 1500, [] {
+        auto const [before, after] = anyTwoLists();
+        auto const steps = difference(before, after);
+        std::set<std::uint64_t> const old(before.begin(), before.end());
+        auto const kept = static_cast<std::size_t>(
+            std::ranges::count_if(after, [&](auto token) { return old.count(token) > 0; }));
+        RC_ASSERT(applied(steps, before, after) == after);
+        RC_ASSERT(steps.removed.size() == before.size() - kept);
+        RC_ASSERT(steps.inserted.size() == after.size() - kept);
+        RC_ASSERT(steps.moved.size() == kept - longestCommon(before, after));
+    });
 }
 
 TEST(RowDifference, endsSoonForALongListThatIsReversedOrReplaced)

@@ -21,6 +21,15 @@ inline std::string describeLocation(std::optional<TLLocation> const& location)
     return text.str();
 }
 
+inline std::string describeSwitch(
+    std::string_view layerId, std::optional<std::string> const& associatedMasterId, NSRange range)
+{
+    std::ostringstream text;
+    text << "switchToLayer " << layerId << " of " << associatedMasterId.value_or("no master") << " at "
+         << range.location << '+' << range.length;
+    return text.str();
+}
+
 class GlyphEditViewDouble final : public TLGlyphEditView {
 public:
     explicit GlyphEditViewDouble(CallLog log)
@@ -37,10 +46,7 @@ public:
     void switchToLayerWithId(std::string_view layerId, std::optional<std::string> const& associatedMasterId,
         NSRange range) override
     {
-        std::ostringstream text;
-        text << "switchToLayer " << layerId << " of " << associatedMasterId.value_or("no master") << " at "
-             << range.location << '+' << range.length;
-        m_log->push_back(text.str());
+        m_log->push_back(describeSwitch(layerId, associatedMasterId, range));
     }
 
     std::optional<TLLocation> location;
