@@ -35,7 +35,7 @@ TEST(CommandLine, readsEveryOptionInAnyOrder)
     wanted.text = "Hamburg";
     wanted.location = { { "wght", 550 }, { "Optical size", -12.5 } };
     wanted.snapshot = "out.png";
-    wanted.size = { 800, 600 };
+    wanted.size = CommandLine::Size { 800, 600 };
     wanted.describe = true;
     wanted.plugins = { "One.bundle", "Two" };
     EXPECT_EQ(parsed({ "--plugin", "One.bundle", "--size", "800x600", "Family.designspace", "--glyph", "A",
@@ -47,7 +47,7 @@ TEST(CommandLine, readsEveryOptionInAnyOrder)
 TEST(CommandLine, withoutArgumentsAsksForNothing)
 {
     EXPECT_EQ(parsed({}), CommandLine());
-    EXPECT_EQ(parsed({}).size, (CommandLine::Size { 1400, 900 }));
+    EXPECT_EQ(parsed({}).size, std::nullopt);
 }
 
 TEST(CommandLine, takesAValueBehindAnEqualsSignToo)

@@ -3,7 +3,9 @@
 #include "Typloom/TyploomKit/TLCallbackHandler.h"
 #include "Typloom/TyploomKit/TyploomPlugin.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -48,14 +50,49 @@ private:
     std::weak_ptr<TLGlyphViewControllerProtocol> m_editView;
 };
 
-class SavingPlugin final : public TyploomPlugin {
+/// A tab that changes the family and never saves it, once it has answered whether to restore what an earlier
+/// run has left. Tells of the generation with a line.
+class WorkingController final : public NSViewController, public TLEditViewSidebarControllerProtocol {
+public:
+    std::shared_ptr<NSView> view() override { return NSViewController::view(); }
+    void setController(std::weak_ptr<TLGlyphViewControllerProtocol> controller) override
+    {
+        m_editView = controller;
+        QTimer::singleShot(0, qApp, [this] { work(); });
+    }
+
+private:
+    void work()
+    {
+        auto const editView = std::dynamic_pointer_cast<TLEditViewController>(m_editView.lock());
+        if (!editView || QApplication::topLevelWidgets().empty()) {
+            QTimer::singleShot(1, qApp, [this] { work(); });
+            return;
+        }
+        auto const font = editView->windowController()->documentFont();
+        std::cout << (generationOf(*font) < 0 ? "opened as it was" : "opened changed") << std::endl;
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            if (auto const* const box = qobject_cast<QMessageBox*>(widget)) {
+                QTest::mouseClick(box->buttons().front(), Qt::LeftButton);
+                std::cout << "restored " << generationOf(*font) << std::endl;
+                return;
+            }
+        }
+        makeGeneration(*font, 1);
+        std::cout << "changed " << generationOf(*font) << std::endl;
+    }
+
+    std::weak_ptr<TLGlyphViewControllerProtocol> m_editView;
+};
+
+template <class Controller> class TestingPlugin final : public TyploomPlugin {
 public:
     unsigned interfaceVersion() const override { return 1; }
     void loadPlugin() override
     {
-        TLCallbackHandler::addEditViewLeftSidebarController({ .name = "Saving",
-            .make = [] { return std::make_shared<SavingController>(); },
-            .title = [] { return std::string("Saving"); },
+        TLCallbackHandler::addEditViewLeftSidebarController({ .name = "Testing",
+            .make = [] { return std::make_shared<Controller>(); },
+            .title = [] { return std::string("Testing"); },
             .tabBarImage = {} });
     }
 };
@@ -63,7 +100,11 @@ public:
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) void TyploomPluginEntry(
-    char const*, std::shared_ptr<TyploomPlugin>* result)
+    char const* className, std::shared_ptr<TyploomPlugin>* result)
 {
-    *result = std::make_shared<SavingPlugin>();
+    if (std::string_view(className) == "SavingPlugin") {
+        *result = std::make_shared<TestingPlugin<SavingController>>();
+    } else if (std::string_view(className) == "WorkingPlugin") {
+        *result = std::make_shared<TestingPlugin<WorkingController>>();
+    }
 }

@@ -25,16 +25,18 @@ Problem setSize(CommandLine& result, std::string const& value)
         + "' is not a size; a size is written as in 1400x900, each side from 1 to "
         + std::to_string(largestSide);
     auto const* const end = value.data() + value.size();
-    auto const width = std::from_chars(value.data(), end, result.size.width);
+    CommandLine::Size size;
+    auto const width = std::from_chars(value.data(), end, size.width);
     if (width.ec != std::errc() || width.ptr == end || *width.ptr != 'x') {
         return problem;
     }
-    auto const height = std::from_chars(width.ptr + 1, end, result.size.height);
+    auto const height = std::from_chars(width.ptr + 1, end, size.height);
     if (height.ec != std::errc() || height.ptr != end) {
         return problem;
     }
     auto const isGood = [](int side) { return side >= 1 && side <= largestSide; };
-    return isGood(result.size.width) && isGood(result.size.height) ? std::nullopt : problem;
+    result.size = size;
+    return isGood(size.width) && isGood(size.height) ? std::nullopt : problem;
 }
 
 Problem addCoordinate(CommandLine& result, std::string_view text)

@@ -18,17 +18,18 @@ struct CommandLine {
         bool operator==(Coordinate const&) const = default;
     };
     struct Size {
-        int width { 1400 }; ///< Points.
-        int height { 900 };
+        int width { 0 }; ///< Points.
+        int height { 0 };
         bool operator==(Size const&) const = default;
     };
+    static constexpr Size usualSize { 1400, 900 };
 
     std::optional<std::filesystem::path> family;
     std::optional<std::string> glyph;
     std::optional<std::string> text;
     std::vector<Coordinate> location;
     std::optional<std::filesystem::path> snapshot;
-    Size size;
+    std::optional<Size> size;
     bool describe { false };
     std::vector<std::filesystem::path> plugins;
     bool version { false };

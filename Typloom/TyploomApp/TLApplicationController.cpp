@@ -3,6 +3,10 @@
 #include "Platform/Foundation/NSMainQueue.h"
 #include "Typloom/Formats/DesignspaceReader.h"
 #include "Typloom/TyploomApp/TLDocumentWindow.h"
+#include "Typloom/TyploomApp/TLMainWindow.h"
+#include "Typloom/TyploomApp/TLRecentMenu.h"
+#include "Typloom/TyploomApp/TLRecoveryKeeper.h"
+#include "Typloom/TyploomApp/TLUserState.h"
 #include "Typloom/TyploomCore/TLFont.h"
 
 #include <QWidget>
@@ -32,7 +36,9 @@ struct TLApplicationController::Impl {
     struct Entry {
         std::shared_ptr<TLDocumentWindow> window;
         std::filesystem::path path; ///< Canonical; empty while there is no family.
+        std::shared_ptr<TLRecoveryKeeper> recovery {}; ///< Null where nothing is kept.
     };
+    std::unique_ptr<TLUserState> userState; ///< Null: nothing is remembered.
     std::vector<Entry> entries;
     std::vector<std::string> report;
 
@@ -42,15 +48,33 @@ struct TLApplicationController::Impl {
         std::for_each(
             report.begin(), report.end(), [&](auto const& sentence) { window->addToReport(sentence); });
         entries.push_back({ window, std::move(path) });
-        window->setOpenHandler([this, raw = window.get()](std::filesystem::path const& chosen) {
+        auto const take = [this, raw = window.get()](std::filesystem::path const& chosen) {
             if (auto const outcome = open(chosen, raw); !outcome.window) {
                 raw->showError(outcome.error);
             }
-        });
+        };
+        window->setOpenHandler(take);
+        if (userState) {
+            static_cast<TLMainWindow*>(window->widget())->willShowRecent
+                = [this, take](QMenu& menu) { TLFillRecentMenu(menu, *userState, take); };
+        }
         window->setCloseHandler([this, raw = window.get()] { release(raw); });
+        place(*window);
         window->setQuitHandler([this] { quit(); });
         raise(*window);
         return window.get();
+    }
+
+    /// Where the last one was, beside one that is there.
+    void place(TLDocumentWindow const& window) const
+    {
+        if (!userState) {
+            return;
+        }
+        userState->restoreWindow(*window.widget());
+        constexpr int step = 28;
+        auto const steps = static_cast<int>(entries.size()) - 1;
+        window.widget()->move(window.widget()->pos() + QPoint(step * steps, step * steps));
     }
 
     /// Later: the window's own event is still being handled.
@@ -60,6 +84,10 @@ struct TLApplicationController::Impl {
             [window](Entry const& entry) { return entry.window.get() == window; });
         if (closed == entries.end()) {
             return;
+        }
+        if (userState && !closed->path.empty()) {
+            userState->keepWindow(*window->widget());
+            closed->recovery->discard();
         }
         NSMainQueue::async([dying = closed->window] {});
         entries.erase(closed);
@@ -84,6 +112,9 @@ struct TLApplicationController::Impl {
         for (auto const& entry : entries) {
             if (!entry.path.empty() && entry.path == canonical) {
                 raise(*entry.window);
+                if (userState) {
+                    userState->addRecentFamily(canonical);
+                }
                 return { entry.window.get(), {} };
             }
         }
@@ -91,7 +122,22 @@ struct TLApplicationController::Impl {
         if (!font) {
             return { nullptr, font.error().sentence() };
         }
-        return { show(*font, canonical, preferred), {} };
+        auto* const window = show(*font, canonical, preferred);
+        remember(*window, canonical);
+        return { window, {} };
+    }
+
+    void remember(TLDocumentWindow& window, std::filesystem::path const& path)
+    {
+        if (!userState) {
+            return;
+        }
+        userState->addRecentFamily(path);
+        auto const entry = std::find_if(entries.begin(), entries.end(),
+            [&window](Entry const& each) { return each.window.get() == &window; });
+        entry->recovery
+            = std::make_shared<TLRecoveryKeeper>(window.font(), *window.widget(), userState->recoveryFolder(),
+                [&window](std::string const& sentence) { window.addToReport(sentence); });
     }
 
     TLDocumentWindow* show(
@@ -108,6 +154,9 @@ struct TLApplicationController::Impl {
         }
         free->path = path;
         free->window->setFont(font);
+        if (userState) {
+            userState->restoreColumns(*free->window->widget());
+        }
         raise(*free->window);
         return free->window.get();
     }
@@ -119,6 +168,11 @@ TLApplicationController::TLApplicationController()
 }
 
 TLApplicationController::~TLApplicationController() = default;
+
+void TLApplicationController::setUserState(std::unique_ptr<TLUserState> state)
+{
+    m_impl->userState = std::move(state);
+}
 
 TLApplicationController::Outcome TLApplicationController::open(std::filesystem::path const& path)
 {

@@ -9,6 +9,7 @@
 
 class TLDocumentWindow;
 class TLFont;
+class TLUserState;
 
 /// The open windows: one for each family, and windows that invite to open one.
 class TYPLOOM_API TLApplicationController {
@@ -16,6 +17,10 @@ public:
     TLApplicationController();
     ~TLApplicationController();
     TLApplicationController(TLApplicationController const&) = delete;
+
+    /// Families and windows that are opened from now on are remembered there, and unsaved work is kept until
+    /// it is saved or given up. Without it nothing is.
+    void setUserState(std::unique_ptr<TLUserState> state);
 
     struct Outcome {
         TLDocumentWindow* window { nullptr }; ///< Null when the family could not be read.

@@ -18,6 +18,16 @@ void addCommand(QMenu& menu, QString const& title, QList<QKeySequence> const& sh
     QObject::connect(action, &QAction::triggered, &menu, [command] { command(); });
 }
 
+/// A menu without anything cannot be opened.
+void addRecentMenu(QMenu& file, std::function<void(QMenu&)> const& fill)
+{
+    auto* const recent = file.addMenu("Open &Recent");
+    QObject::connect(&file, &QMenu::aboutToShow, recent, [recent, fill] {
+        fill(*recent);
+        recent->menuAction()->setEnabled(!recent->isEmpty());
+    });
+}
+
 } // namespace
 
 void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
@@ -26,6 +36,9 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     bar->clear();
     auto* const file = bar->addMenu("&File");
     addCommand(*file, "&Open…", { QKeySequence::Open }, commands.open);
+    if (commands.fillRecent) {
+        addRecentMenu(*file, commands.fillRecent);
+    }
     if (commands.save) {
         file->addAction(commands.save);
     }

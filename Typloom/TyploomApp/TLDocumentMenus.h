@@ -4,10 +4,13 @@
 
 class QAction;
 class QMainWindow;
+class QMenu;
 
 /// What the menus of a window lead to. Menus of operations that are empty are left out.
 struct TLMenuCommands {
     std::function<void()> open, quit;
+    /// Puts the families that were opened last into a menu that is about to be shown.
+    std::function<void(QMenu&)> fillRecent;
     QAction* save { nullptr };
     QAction* undo { nullptr };
     QAction* redo { nullptr };

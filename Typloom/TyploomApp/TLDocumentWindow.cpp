@@ -49,6 +49,7 @@ struct TLDocumentWindow::Impl {
         window->setWindowTitle("Typloom");
         TLMenuCommands commands;
         commands.open = open;
+        commands.fillRecent = [this](QMenu& menu) { window->fillRecent(menu); };
         commands.quit = [this] { quit(); };
         TLInstallMenus(*window, commands);
     }
@@ -88,6 +89,7 @@ struct TLDocumentWindow::Impl {
         layout->addWidget(qtWidget(*editViewController->view()), 1);
         layout->addWidget(statusStrip->widget());
         auto* const splitter = new QSplitter(Qt::Horizontal);
+        splitter->setObjectName("columns");
         splitter->setChildrenCollapsible(false);
         splitter->addWidget(sidebar->widget());
         splitter->addWidget(column);
@@ -107,6 +109,7 @@ struct TLDocumentWindow::Impl {
         operations = std::make_unique<TLDocumentOperations>(state, *window, [this] { update(); });
         TLMenuCommands commands;
         commands.open = [this] { window->chooseFile(); };
+        commands.fillRecent = [this](QMenu& menu) { window->fillRecent(menu); };
         commands.addLayer = layerActions->addAction();
         commands.deleteLayer = layerActions->deleteAction();
         commands.showLayers = layersPalette->showAction();

@@ -111,6 +111,7 @@ struct TLLayersPalette::Impl {
                 }
             });
         widget->didAppear = [this] { update(); };
+        showAction->setObjectName("showLayers");
         showAction->setCheckable(true);
         showAction->setChecked(true);
         showAction->setShortcut(QKeySequence("Ctrl+L"));

@@ -1,7 +1,8 @@
 #include "Typloom/TyploomApp/TLMainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QMimeData>
 
@@ -31,6 +32,12 @@ TLMainWindow::TLMainWindow()
 {
     setAcceptDrops(true);
     resize(1360, 800);
+    qApp->installEventFilter(this);
+}
+
+TLMainWindow::~TLMainWindow()
+{
+    qApp->removeEventFilter(this);
 }
 
 void TLMainWindow::chooseFile()
@@ -43,20 +50,32 @@ void TLMainWindow::chooseFile()
     dialog->open();
 }
 
-void TLMainWindow::dragEnterEvent(QDragEnterEvent* event)
+void TLMainWindow::fillRecent(QMenu& menu) const
 {
-    if (!familiesIn(*event->mimeData()).empty()) {
-        event->acceptProposedAction();
+    if (willShowRecent) {
+        willShowRecent(menu);
     }
 }
 
-void TLMainWindow::dropEvent(QDropEvent* event)
+/// Families that are dropped anywhere into the window; a text field there would take their names.
+bool TLMainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    auto const families = familiesIn(*event->mimeData());
-    event->acceptProposedAction();
-    for (auto const& file : families) {
-        take(file);
+    auto const type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) {
+        return false;
     }
+    auto const* const widget = qobject_cast<QWidget*>(watched);
+    auto* const drop = static_cast<QDropEvent*>(event);
+    if (!widget || widget->window() != this || familiesIn(*drop->mimeData()).empty()) {
+        return false;
+    }
+    drop->acceptProposedAction();
+    if (type == QEvent::Drop) {
+        for (auto const& file : familiesIn(*drop->mimeData())) {
+            take(file);
+        }
+    }
+    return true;
 }
 
 void TLMainWindow::closeEvent(QCloseEvent* event)

@@ -9,6 +9,7 @@
 #include "Typloom/TyploomApp/TLEditViewController.h"
 #include "Typloom/TyploomApp/TLLineText.h"
 #include "Typloom/TyploomApp/TLPluginLoader.h"
+#include "Typloom/TyploomApp/TLUserState.h"
 #include "Typloom/TyploomCore/TLFont.h"
 #include "Typloom/TyploomKit/TLPlaceholderView.h"
 
@@ -19,6 +20,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QWidget>
 
@@ -138,7 +140,8 @@ std::optional<std::string> goTo(CommandLine const& commandLine, TLDocumentWindow
 
 ExitStatus writeOutputs(CommandLine const& commandLine, TLDocumentWindow& window)
 {
-    window.widget()->setFixedSize(commandLine.size.width, commandLine.size.height);
+    auto const size = commandLine.size.value_or(CommandLine::usualSize);
+    window.widget()->setFixedSize(size.width, size.height);
     SettleEvents();
     for (auto const& sentence : window.font()->report()) {
         complain(sentence);
@@ -165,15 +168,30 @@ ExitStatus complainOfNoScreen()
     return failed;
 }
 
+/// A window that is remembered opens as the last one was.
+void resizeWindow(CommandLine const& commandLine, TLDocumentWindow const& window, bool isRemembered)
+{
+    if (commandLine.size || !isRemembered) {
+        auto const size = commandLine.size.value_or(CommandLine::usualSize);
+        window.widget()->resize(size.width, size.height);
+    }
+}
+
 int run(CommandLine const& commandLine, bool canShow)
 {
     TLApplicationController application;
+    // What no user sees leaves no traces, and what other runs have left changes no picture.
+    bool const remembers
+        = canShow && !commandLine.isOffscreen() && QApplication::platformName() != "offscreen";
+    if (remembers) {
+        application.setUserState(TLUserState::ofUser());
+    }
     loadPlugins(commandLine, application);
     if (!commandLine.family && !canShow) {
         return complainOfNoScreen();
     }
     if (!commandLine.family) {
-        application.openInvitation()->widget()->resize(commandLine.size.width, commandLine.size.height);
+        resizeWindow(commandLine, *application.openInvitation(), remembers);
         return QApplication::exec();
     }
     auto const outcome = application.open(*commandLine.family);
@@ -182,7 +200,7 @@ int run(CommandLine const& commandLine, bool canShow)
         return failed;
     }
     auto& window = *outcome.window;
-    window.widget()->resize(commandLine.size.width, commandLine.size.height);
+    resizeWindow(commandLine, window, remembers);
     if (auto const problem = goTo(commandLine, window)) {
         complain(*problem);
         return failed;
@@ -214,6 +232,8 @@ int main(int argc, char** argv)
     std::setlocale(LC_NUMERIC, "C"); // The toolkit has set the user's, which would reach into files.
     QApplication::setApplicationName("Typloom");
     QApplication::setApplicationVersion(TYPLOOM_VERSION);
+    QApplication::setDesktopFileName("org.typloom.Typloom");
+    QApplication::setWindowIcon(QIcon::fromTheme("org.typloom.Typloom"));
     NSBundle::setMainBundlePath(QApplication::applicationDirPath().toStdString());
     return run(commandLine, canShow);
 }
