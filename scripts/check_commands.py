@@ -23,6 +23,8 @@ LONG = [
     "./test",
     "./test -R Landmarks",
     "./test --all",
+    "./test --long",
+    "./test --mutants",
     "./bench",
     "./bench --benchmark_filter=SliderEvent",
     "./package",
