@@ -123,8 +123,7 @@ private:
     {
         switch (event.type()) {
         case QEvent::ContextMenu:
-            return m_swallowsContextMenu
-                && static_cast<QContextMenuEvent const&>(event).reason() == QContextMenuEvent::Mouse;
+            return filterContextMenu(widget, static_cast<QContextMenuEvent const&>(event));
         case QEvent::Move:
         case QEvent::Resize:
         case QEvent::Show:
@@ -137,6 +136,19 @@ private:
         default:
             return isInput(event) && filterWidgetInput(widget, event);
         }
+    }
+
+    /// The menu key does on the control with the keyboard what a right press does.
+    bool filterContextMenu(QWidget& widget, QContextMenuEvent const& event) const
+    {
+        if (event.reason() == QContextMenuEvent::Mouse) {
+            return m_swallowsContextMenu;
+        }
+        NSEvent press;
+        press.type = NSEventType::rightMouseDown;
+        press.clickCount = 1;
+        press.locationInView = fromQPointF(event.pos());
+        return event.reason() == QContextMenuEvent::Keyboard && offerRightPress(widget, press);
     }
 
     bool filterWidgetInput(QWidget& widget, QEvent const& event)
@@ -216,14 +228,20 @@ private:
     static bool sendRightPress(QWidget& target, QMouseEvent const& event)
     {
         auto* view = enclosingViewOfWidget(&target);
+        auto* receiver = view ? view->backing().widget.data() : nullptr;
+        return receiver && offerRightPress(target, eventFromToolkit(event, *receiver));
+    }
+
+    static bool offerRightPress(QWidget const& target, NSEvent const& press)
+    {
+        auto* view = enclosingViewOfWidget(&target);
         auto const keep = view ? view->sharedAs<NSView>() : nullptr;
-        if (!keep || !view->backing().widget || isBeingEdited(target)) {
+        if (!keep || isBeingEdited(target)) {
             return false;
         }
-        auto const converted = eventFromToolkit(event, *view->backing().widget);
         EventScope::markOffered();
-        EventScope const scope(converted);
-        view->rightMouseDown(converted);
+        EventScope const scope(press);
+        view->rightMouseDown(press);
         return scope.wasHandled();
     }
 };

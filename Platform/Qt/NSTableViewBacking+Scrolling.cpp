@@ -99,6 +99,13 @@ void NSTableViewBacking::keepPlace(std::vector<Place> const& places)
     }
 }
 
+std::shared_ptr<NSView> NSTableViewBacking::lastingViewOfRow(std::size_t row) const
+{
+    auto const live = row < rows.size() ? m_live.find(rows[row].token) : m_live.end();
+    bool const lasts = live != m_live.end() && (wantedRows().contains(row) || isHeld(live->second));
+    return lasts ? live->second.view : nullptr;
+}
+
 std::optional<std::size_t> NSTableViewBacking::rowWithToken(std::uint64_t token) const
 {
     if (auto const live = m_live.find(token); live != m_live.end()) {

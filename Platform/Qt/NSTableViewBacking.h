@@ -24,6 +24,8 @@ struct NSTableViewBacking : NSViewBacking {
     /// Gives views to the rows in sight and takes them from the others.
     void tile();
     std::shared_ptr<NSView> viewOfRow(std::size_t row, bool makeIfNecessary);
+    /// Null also for a view that somebody wanted to see and that goes back on the next turn.
+    std::shared_ptr<NSView> lastingViewOfRow(std::size_t row) const;
 
     /// What can be seen, in the document's coordinates: from the top of the first row.
     NSRect visibleRect() const;

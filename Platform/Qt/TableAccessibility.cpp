@@ -135,7 +135,7 @@ private:
     QWidget* rowWidget() const
     {
         auto const place = row();
-        auto const view = place && !isHeading() ? table()->viewOfRow(*place, false) : nullptr;
+        auto const view = place && !isHeading() ? table()->lastingViewOfRow(*place) : nullptr;
         return view ? qtWidget(*view) : nullptr;
     }
 

@@ -3,6 +3,7 @@
 #include "Platform/AppKit/NSApplication.h"
 #include "Platform/Foundation/NSMainQueue.h"
 
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -149,7 +150,7 @@ public:
 
 } // namespace
 
-TEST(NSEventRightPress, onALabelButtonOrFieldReachesTheRowAndNothingElse)
+TEST(NSEventRightPress, orTheMenuKeyOnALabelButtonOrFieldReachesTheRowAndNothingElse)
 {
     auto* disabled = new QPushButton("b");
     disabled->setEnabled(false);
@@ -160,6 +161,9 @@ TEST(NSEventRightPress, onALabelButtonOrFieldReachesTheRowAndNothingElse)
         widget->installEventFilter(&watch);
         test.host.click({ 50, 25 }, Qt::RightButton);
         EXPECT_EQ(test.row->events, Events { "right 1" }) << widget->metaObject()->className();
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, { 5, 5 });
+        QCoreApplication::sendEvent(widget, &menuKey);
+        EXPECT_EQ(test.row->events, (Events { "right 1", "right 1" })) << widget->metaObject()->className();
         EXPECT_EQ(watch.asked, 0) << widget->metaObject()->className();
         EXPECT_FALSE(widget->hasFocus()) << widget->metaObject()->className();
     }
