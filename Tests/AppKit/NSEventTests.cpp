@@ -161,7 +161,7 @@ TEST(NSEventRightPress, orTheMenuKeyOnALabelButtonOrFieldReachesTheRowAndNothing
         widget->installEventFilter(&watch);
         test.host.click({ 50, 25 }, Qt::RightButton);
         EXPECT_EQ(test.row->events, Events { "right 1" }) << widget->metaObject()->className();
-        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, { 5, 5 });
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, { 5, 5 }, widget->mapToGlobal(QPoint(5, 5)));
         QCoreApplication::sendEvent(widget, &menuKey);
         EXPECT_EQ(test.row->events, (Events { "right 1", "right 1" })) << widget->metaObject()->className();
         EXPECT_EQ(watch.asked, 0) << widget->metaObject()->className();
