@@ -22,6 +22,8 @@ STAY = ["./run"]
 LONG = [
     "./test",
     "./test -R Landmarks",
+    "./test -R Outside",
+    "/usr/bin/python3 Tests/Outside/outside_tests.py build/bin/typloom Fonts/Skarvane/Skarvane.designspace",
     "./test --all",
     "./test --long",
     "./test --mutants",
