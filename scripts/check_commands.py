@@ -27,6 +27,10 @@ LONG = [
     "./test --all",
     "./test --long",
     "./test --mutants",
+    "./test -R Outside",
+    "/usr/bin/python3 Tests/Outside/outside_tests.py build/bin/typloom Fonts/Skarvane/Skarvane.designspace",
+    "/usr/bin/python3 Tests/Outside/outside_tests.py build/bin/typloom Fonts/Skarvane/Skarvane.designspace"
+    " Outside.test_an_empty_range_is_explained",
     "./bench",
     "./bench --benchmark_filter=SliderEvent",
     "./package",
@@ -44,13 +48,17 @@ def commands_of(text):
 
 def run_to_its_window(command, folder):
     """Whether the command ends as the program, which then goes on."""
-    process = subprocess.Popen(command.split(), cwd=folder, start_new_session=True)
+    log = folder / "stays.log"
+    with log.open("w") as output:
+        process = subprocess.Popen(command.split(), cwd=folder, start_new_session=True, stdout=output, stderr=output)
     deadline = time.monotonic() + BUILD_TIMEOUT
     seen = 0
     while process.poll() is None and seen < 5 and time.monotonic() < deadline:
         time.sleep(0.5)
         seen = seen + 1 if os.readlink(f"/proc/{process.pid}/exe").endswith("/typloom") else 0
     is_there = process.poll() is None and seen == 5
+    if not is_there:
+        print(log.read_text()[-4000:])
     process.terminate()
     process.wait()
     return is_there

@@ -73,6 +73,7 @@ if built "Tests" "$root/build" -DTYPLOOM_TESTS=ON; then
     fi
     rm -rf "$locales"
 fi
+check "Commands as the documents write them" "$root/scripts/check_commands.py"
 if built "Tests under the sanitizers" "$root/build-sanitize" -DTYPLOOM_TESTS=ON -DTYPLOOM_SANITIZE=ON; then
     export ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1:strict_string_checks=1
     export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1

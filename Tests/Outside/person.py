@@ -2,6 +2,7 @@
 
 import os
 import subprocess
+import tempfile
 import time
 
 import gi
@@ -138,7 +139,10 @@ class Program:
 
     def __init__(self, executable, family, *options):
         point_at(0, 0)  # A row under the pointer has more controls.
-        self.process = subprocess.Popen([executable, family, *options])
+        # Nothing of the window before it.
+        state = tempfile.mkdtemp(prefix="state-", dir=os.environ["HOME"])
+        environment = {**os.environ, "XDG_CONFIG_HOME": state, "XDG_STATE_HOME": state}
+        self.process = subprocess.Popen([executable, family, *options], env=environment)
         try:
             self.application = until(self._on_the_bus, "the program on the accessibility bus")
             self.window = until(lambda: next(iter(self.application.children()), None), "its window")

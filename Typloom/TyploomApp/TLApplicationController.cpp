@@ -68,13 +68,11 @@ struct TLApplicationController::Impl {
     /// Where the last one was, beside one that is there.
     void place(TLDocumentWindow const& window) const
     {
-        if (!userState) {
-            return;
+        auto const others = static_cast<int>(entries.size()) - 1;
+        if (userState && userState->restoreWindow(*window.widget()) && others > 0) {
+            constexpr int step = 28;
+            window.widget()->move(window.widget()->pos() + QPoint(step * others, step * others));
         }
-        userState->restoreWindow(*window.widget());
-        constexpr int step = 28;
-        auto const steps = static_cast<int>(entries.size()) - 1;
-        window.widget()->move(window.widget()->pos() + QPoint(step * steps, step * steps));
     }
 
     /// Later: the window's own event is still being handled.

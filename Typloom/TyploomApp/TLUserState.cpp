@@ -78,12 +78,14 @@ void TLUserState::clearRecentFamilies()
     m_settings->sync();
 }
 
-void TLUserState::restoreWindow(QWidget& window) const
+bool TLUserState::restoreWindow(QWidget& window) const
 {
-    if (!window.restoreGeometry(m_settings->value(geometryKey).toByteArray())) {
+    bool const isRestored = window.restoreGeometry(m_settings->value(geometryKey).toByteArray());
+    if (!isRestored) {
         window.resize(CommandLine::usualSize.width, CommandLine::usualSize.height);
     }
     restoreColumns(window);
+    return isRestored;
 }
 
 void TLUserState::restoreColumns(QWidget& window) const

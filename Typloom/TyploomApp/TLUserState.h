@@ -28,8 +28,8 @@ public:
     void clearRecentFamilies();
 
     /// Size, place, columns and palette of a document window, as the last one that was closed had them.
-    /// Before any was closed the window gets its usual size.
-    void restoreWindow(QWidget& window) const;
+    /// Before any was closed (false) the window gets its usual size, and its place from the desktop.
+    bool restoreWindow(QWidget& window) const;
     /// The columns and the palette alone.
     void restoreColumns(QWidget& window) const;
     void keepWindow(QWidget const& window);
