@@ -61,6 +61,44 @@ TEST_F(FamilyReload, followsAGlyphAndKeepsItsObjects)
     expectToBeAsTheFiles();
 }
 
+TEST_F(FamilyReload, disturbsNobodyUnlessTheDocumentChanges)
+{
+    int disturbances = 0;
+    auto const reload
+        = [&] { return TLReloadChangedFiles(font, [&disturbances] { ++disturbances; }).anything; };
+    copy.write("Skarvane-Regular.ufo/kerning.plist", "<plist/>");
+    copy.write(file, copy.text(file));
+    EXPECT_FALSE(reload());
+    copy.replace(file, "</outline>", "</outline>\n  <note>A note</note>");
+    copy.replace("Skarvane.designspace", "<sources>", "<!-- here --><sources>");
+    EXPECT_FALSE(reload());
+    EXPECT_EQ(disturbances, 0);
+    copy.replace(file, "width=\"491\"", "width=\"500\"");
+    EXPECT_TRUE(reload());
+    EXPECT_EQ(disturbances, 1);
+    copy.replace("Skarvane.designspace", "stylename=\"Thin\"", "stylename=\"Hairline\"");
+    EXPECT_TRUE(reload());
+    EXPECT_FALSE(reload());
+    EXPECT_EQ(disturbances, 2);
+    expectToBeAsTheFiles();
+}
+
+TEST_F(FamilyReload, readsAGlyphThatWasAskedForWhileItsFolderWasAway)
+{
+    auto const away = copy.folder().parent_path() / "away";
+    for (bool const asksAgain : { true, false }) {
+        font = *TLOpenFamily(copy.path());
+        std::filesystem::rename(copy.folder(), away);
+        EXPECT_EQ(font->glyphForName("n"), nullptr);
+        std::filesystem::rename(away, copy.folder());
+        if (!asksAgain) {
+            EXPECT_TRUE(TLReloadChangedFiles(font).anything);
+        }
+        EXPECT_NE(asksAgain ? font->glyphForName("n") : font->loadedGlyphForName("n"), nullptr);
+    }
+    expectToBeAsTheFiles();
+}
+
 TEST_F(FamilyReload, leavesWhatIsChangedHereToo)
 {
     moveNode("a");

@@ -222,6 +222,8 @@ TEST_F(FamilySaver, carriesARenamedAndADeletedAxis)
     }
     auto const outcome = TLSaveFamily(font);
     ASSERT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
+    EXPECT_THAT(
+        outcome.notes, Contains(HasSubstr("It is kept, but other programs will not interpolate the glyph")));
     EXPECT_EQ(textOf(**TLOpenFamily(copy.path())), textOf(*font));
     EXPECT_THAT(copy.text(holder), testing::Not(HasSubstr("Bowl")));
     font->history().undo();
@@ -315,11 +317,55 @@ TEST_F(FamilySaver, addsAndChangesAxesAndMasters)
         font->history().undo();
     }
     saveAndCompare();
-    EXPECT_THAT(changedFiles(), testing::Each(testing::StartsWith("Skarvane-HeavyWide.ufo/")));
+    EXPECT_EQ(copy.files(), original);
     while (font->history().canRedo()) {
         font->history().redo();
     }
     saveAndCompare();
+    EXPECT_TRUE(std::filesystem::exists(copy.folder() / "Skarvane-Heavy.ufo"));
+    copy.write("Skarvane-Heavy.ufo/data/theirs", "of another program");
+    while (font->history().canUndo()) {
+        font->history().undo();
+    }
+    saveAndCompare();
+    EXPECT_THAT(changedFiles(), Contains("Skarvane-Heavy.ufo/fontinfo.plist")) << "it has more in it now";
+}
+
+TEST_F(FamilySaver, keepsTheAxesOfAGlyphThatIsNotInTheDefaultMaster)
+{
+    auto const contents = "Skarvane-Regular.ufo/glyphs/contents.plist";
+    auto text = copy.text(contents);
+    auto const entry = text.find("<key>n</key>");
+    copy.write(contents, text.erase(entry, text.find("<key>", entry + 1) - entry));
+    font = *TLOpenFamily(copy.path());
+    auto const axis = addAxis("n", "Serif");
+    moveNode(*addLayer("n", { { axisId("Weight"), 20.0 }, { axis->axisId(), 80.0 } }), 5);
+    auto const notes = TLSaveFamily(font).notes;
+    EXPECT_THAT(notes,
+        Contains("The glyph 'n' is not in the default master: other programs will not know its axes."));
+    auto const again = *TLOpenFamily(copy.path());
+    EXPECT_EQ(textOf(*again->glyphForName("n")), textOf(*glyph("n")));
+    again->fontMasterForId("Skarvane Thin")->setAxisInternalValue(25, axisId("Weight"));
+    EXPECT_EQ(TLSaveFamily(again).kind, Kind::saved);
+    font->history().undo();
+}
+
+TEST_F(FamilySaver, saysWhatFilesCannotHold)
+{
+    addAxis("n", "Unnamed");
+    addAxis("n", "Unnamed");
+    EXPECT_EQ(TLSaveFamily(font).sentence,
+        "Nothing was saved. The glyph 'n' has two axes with the name 'Unnamed', which files can't hold. Give "
+        "one of "
+        "them another name.");
+    copy.replace("Skarvane-Thin.ufo/metainfo.plist", "<integer>3</integer>", "<integer>2</integer>");
+    font = *TLOpenFamily(copy.path());
+    auto const& thin = *font->fontMasterForId("Skarvane Thin");
+    auto const weight = axisId("Weight");
+    auto const added = TLAddIntermediateLayer(
+        *glyph("n"), { { weight, thin.axisInternalValueValueForId(weight) } }, thin.id());
+    EXPECT_EQ(added.layer, nullptr);
+    EXPECT_THAT(added.problem, HasSubstr("is a UFO of version 2"));
 }
 
 TEST_F(FamilySaver, savesAnAxisBesideAnOutlineThatAnotherProgramChanged)
@@ -338,13 +384,23 @@ TEST_F(FamilySaver, savesAnAxisBesideAnOutlineThatAnotherProgramChanged)
 
 TEST_F(FamilySaver, writesAGlyphAnewThatAnotherProgramRemovedOrBroke)
 {
+    enum class Way { removed, broken, takenOut, takenOutAndRead };
     std::string const file = "Skarvane-Regular.ufo/glyphs/a.glif";
+    std::string const list = "Skarvane-Regular.ufo/glyphs/contents.plist";
     auto const layerCount = glyph("a")->layers().entries().size();
-    for (bool const removes : { true, false }) {
+    for (auto const way : { Way::removed, Way::broken, Way::takenOut, Way::takenOutAndRead }) {
         moveNode(*glyph("a")->layerForId("Skarvane Regular"), 10);
         auto const whole = copy.text(file);
-        removes ? void(std::filesystem::remove(copy.folder() / file))
-                : copy.write(file, whole.substr(0, 400));
+        way == Way::broken ? copy.write(file, whole.substr(0, 400))
+                           : void(std::filesystem::remove(copy.folder() / file));
+        if (way >= Way::takenOut) {
+            auto text = copy.text(list);
+            auto const entry = text.find("<key>a</key>");
+            copy.write(list, text.erase(entry, text.find("</string>", entry) + 9 - entry));
+        }
+        if (way == Way::takenOutAndRead) {
+            EXPECT_THAT(TLReloadChangedFiles(font).sentences, ElementsAre(HasSubstr("The glyph 'a' was")));
+        }
         EXPECT_EQ(TLSaveFamily(font).kind, Kind::changedByOthers);
         auto const outcome = TLSaveFamily(font, { .overwriteForeignChanges = true });
         ASSERT_EQ(outcome.kind, Kind::saved) << outcome.sentence;
@@ -384,16 +440,44 @@ TEST_F(FamilySaver, tellsWhatOtherProgramsMakeOfAnAxisOfTheFontWithAGlyphsName)
     addAxis("n", "Weight");
     EXPECT_THAT(TLSaveFamily(font).notes,
         Contains(testing::AllOf(HasSubstr("can't be interpolated at all"), HasSubstr("'Thin'"))));
+    EXPECT_TRUE(TLAddMaster(font, "Heavy", { { axisId("Weight"), 150.0 } }).master);
+    saveAndCompare();
+}
+
+TEST_F(FamilySaver, tellsWhichValueGivesWayToThatOfARenamedAxis)
+{
+    auto const axis = glyph("a")->axes().back();
+    TLComponent component { .base = "a" };
+    component.isVariable = true;
+    component.location = { { axis->name(), 10 }, { "Nib", 7 } };
+    auto const layer = glyph("o")->layerForId("Skarvane Regular");
+    auto outline = layer->outline();
+    outline.components.push_back(component);
+    layer->setOutline(std::move(outline));
+    saveAndCompare();
+    axis->setName("Nib");
+    font->history().endStep();
+    EXPECT_THAT(TLSaveFamily(font).notes, Contains(HasSubstr("loses its value 7 on 'Nib'")));
+    font->history().undo();
+    saveAndCompare();
 }
 
 TEST_F(FamilySaver, savesTheFamilyBehindALinkAndNamesAPlaceByTheFontsAxes)
 {
-    TemporaryFolder const elsewhere;
-    std::filesystem::create_symlink(copy.path(), elsewhere.path() / "Link.designspace");
-    font = *TLOpenFamily(elsewhere.path() / "Link.designspace");
-    auto const axis = addAxis("n", "Serif");
-    addLayer("n", { { axisId("Weight"), 100.0 }, { axis->axisId(), 80.0 } });
-    saveAndCompare();
-    EXPECT_TRUE(std::filesystem::is_symlink(elsewhere.path() / "Link.designspace"));
-    EXPECT_THAT(copy.text("Skarvane.designspace"), testing::Not(HasSubstr("Serif")));
+    for (bool const liesBesideTheLink : { false, true }) {
+        TemporaryFolder const elsewhere;
+        auto const file = liesBesideTheLink ? elsewhere.path() / "File.designspace" : copy.path();
+        auto const link = liesBesideTheLink ? copy.path() : elsewhere.path() / "Link.designspace";
+        if (liesBesideTheLink) {
+            std::filesystem::rename(copy.path(), file);
+        }
+        std::filesystem::create_symlink(file, link);
+        font = *TLOpenFamily(link);
+        auto const axis = addAxis("n", liesBesideTheLink ? "Link" : "Serif");
+        addLayer("n", { { axisId("Weight"), liesBesideTheLink ? 30.0 : 100.0 }, { axis->axisId(), 80.0 } });
+        saveAndCompare();
+        EXPECT_THAT(changedFiles(), Contains("Skarvane.designspace"));
+        EXPECT_TRUE(std::filesystem::is_symlink(link));
+        EXPECT_THAT(copy.text("Skarvane.designspace"), testing::Not(HasSubstr("Serif")));
+    }
 }

@@ -45,6 +45,7 @@ public:
         return -m_problem;
     }
     int synchronize(int /*descriptor*/) override { return fails(true) ? -m_problem : 0; }
+    int synchronizeDisk(int /*descriptor*/) override { return fails(true) ? -m_problem : 0; }
     int setMode(int file, unsigned mode) override
     {
         return fails(false) ? -m_problem : FileSystem::setMode(file, mode);

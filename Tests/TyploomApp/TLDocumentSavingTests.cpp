@@ -6,6 +6,7 @@
 #include "Typloom/TyploomApp/TLEditViewController.h"
 #include "Typloom/TyploomCore/TLFont.h"
 
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -185,19 +186,55 @@ TEST_F(TLDocumentSavingTest, aSaveThatFailsKeepsTheWindowOpen)
     EXPECT_EQ(advance(*window), 321);
 }
 
-TEST_F(TLDocumentSavingTest, quittingAsksForEveryWindowUntilOneIsToStay)
+TEST_F(TLDocumentSavingTest, quittingClosesAllWindowsOrNone)
 {
     auto* const other = open(otherFiles);
     auto* const invitation = application.openInvitation();
+    auto const all = application.windows();
     setAdvance(*window, 321);
     setAdvance(*other, 321);
     press(*invitation, Qt::Key_Q);
-    EXPECT_EQ(application.windows().size(), 2u) << "there is nothing to ask of a window without a family";
     answer(*other, "Discard");
-    EXPECT_EQ(application.windows(), std::vector { window });
+    EXPECT_EQ(application.windows(), all);
     answer(*window, "Cancel");
-    EXPECT_EQ(application.windows(), std::vector { window });
-    EXPECT_TRUE(window->widget()->isVisible());
+    EXPECT_EQ(application.windows(), all);
+    EXPECT_TRUE(other->widget()->isVisible());
+
+    press(*invitation, Qt::Key_Q);
+    answer(*other, "Discard");
+    setAdvance(*other, 322);
+    answer(*window, "Save");
+    answer(*other, "Discard"); // What was changed since was not given up.
+    EXPECT_TRUE(application.windows().empty());
+    EXPECT_NE(glyphFile().find("width=\"321\""), std::string::npos);
+    EXPECT_EQ(otherFiles.read("Light.ufo/glyphs/A.glif").find("width=\"32"), std::string::npos);
+}
+
+TEST_F(TLDocumentSavingTest, aSaveThatFailsOffersACopyWhichOpens)
+{
+    setAdvance(*window, 321);
+    auto const folder = files.path("Light.ufo").parent_path();
+    std::filesystem::rename(files.path("Bold.ufo"), files.path("gone"));
+    press(*window, Qt::Key_S);
+    answer(*window, "Save a Copy…");
+    auto* const chooser = window->widget()->findChild<QFileDialog*>();
+    ASSERT_TRUE(chooser);
+    auto* const name = chooser->findChild<QLineEdit*>();
+    ASSERT_TRUE(name);
+    EXPECT_EQ(name->text(), "Test copy");
+    name->setText((folder.parent_path() / "Rescued").c_str());
+    QTest::keyClick(name, Qt::Key_Return);
+    settle();
+    ASSERT_TRUE(message(*window));
+    EXPECT_EQ(message(*window)->text(), "The copy is saved.");
+    EXPECT_TRUE(message(*window)->informativeText().contains("kerning")) << "what is missing in it";
+    answer(*window, "Open Copy");
+    ASSERT_EQ(application.windows().size(), 2u);
+    auto const& copy = *application.windows().back();
+    EXPECT_EQ(copy.font()->path(), folder.parent_path() / "Rescued/Rescued.designspace");
+    EXPECT_EQ(copy.font()->glyphForName("A")->layerForId("light")->outline().advance, 321);
+    EXPECT_TRUE(window->widget()->isWindowModified()) << "the window stays on its family";
+    EXPECT_FALSE(copy.widget()->isWindowModified());
 }
 
 TEST_F(TLDocumentSavingTest, followsFilesThatAnotherProgramChanges)
@@ -211,6 +248,9 @@ TEST_F(TLDocumentSavingTest, followsFilesThatAnotherProgramChanges)
         { { 100, 100 }, { 20, 20 } }, window->editViewController()->view(), NSRectEdge::maxX);
     settle();
     files.write("Light.ufo/notes.txt", "nothing of the family");
+    QTest::qWait(400);
+    EXPECT_TRUE(popover->isShown());
+    files.write("Light.ufo/glyphs/A.glif", glyphFile() + "<!-- nothing that is shown -->");
     QTest::qWait(400);
     EXPECT_TRUE(popover->isShown());
 

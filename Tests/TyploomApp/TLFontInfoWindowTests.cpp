@@ -162,6 +162,8 @@ TEST_F(TLFontInfoWindowTest, masterValuesAreTypedInTheUsersLanguageAndNonsenseIs
     }
     type(masters, 0, 1, "10");
     EXPECT_EQ(masters.item(0, 1)->text(), "0") << "the default master stays where it is";
+    type(masters, 1, 0, "Light");
+    EXPECT_EQ(refusal(*info), "There is a master 'Light' already.");
     type(masters, 1, 0, "Fett");
     EXPECT_EQ(refusal(*info), "");
     EXPECT_EQ(window.font()->fontMasters()[1]->name(), "Fett");

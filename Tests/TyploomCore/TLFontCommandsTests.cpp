@@ -99,6 +99,27 @@ TEST_F(TLFontCommandsTest, aNewMasterHasALayerOfEveryGlyphInterpolatedThereAsOne
     EXPECT_EQ(outlineOf(*late, "Medium 2"), triangle(150));
 }
 
+TEST_F(TLFontCommandsTest, addingAMasterCanBeStoppedAtEveryStepAndThenChangesNothing)
+{
+    auto const before = font->state();
+    for (std::size_t stop = 1;; ++stop) {
+        std::size_t calls = 0;
+        auto const added
+            = TLAddMaster(font, "Bold", { { "w", 650.0 } }, [&](std::size_t done, std::size_t steps) {
+                  EXPECT_LE(done, steps);
+                  return ++calls < stop;
+              });
+        if (added.master) {
+            EXPECT_GT(stop, 6u) << "four glyphs are read and three drawn";
+            EXPECT_EQ(added.master->name(), "Bold 2") << "the name is another master's";
+            break;
+        }
+        EXPECT_EQ(added.problem, "");
+        EXPECT_EQ(font->state(), before);
+        EXPECT_FALSE(font->history().isModified());
+    }
+}
+
 TEST_F(TLFontCommandsTest, aMasterIsNotAddedWhereSomethingStands)
 {
     EXPECT_EQ(TLAddMaster(font, "M", { { "w", 900.0 } }).problem,
@@ -107,6 +128,8 @@ TEST_F(TLFontCommandsTest, aMasterIsNotAddedWhereSomethingStands)
     EXPECT_EQ(TLAddMaster(font, "M", { { "w", 700.0 } }).problem,
         "The intermediate layer 'a-700' of the glyph 'a' stands at this place already.");
     EXPECT_FALSE(TLAddMaster(font, "", { { "w", 500.0 } }).master);
+    EXPECT_EQ(TLReasonAgainstMasterName(*font, "Bold"), "There is a master 'Bold' already.");
+    EXPECT_EQ(TLReasonAgainstMasterName(*font, "Bold", font->fontMasters()[1].get()), std::nullopt);
     EXPECT_FALSE(font->history().canUndo());
     EXPECT_EQ(font->fontMasters().size(), 2u);
 }

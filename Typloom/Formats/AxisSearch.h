@@ -2,6 +2,7 @@
 
 #include "Typloom/Formats/Plist.h"
 #include "Typloom/TyploomCore/TLAxis.h"
+#include "Typloom/TyploomCore/TLFontMaster.h"
 
 #include <algorithm>
 
@@ -19,6 +20,13 @@ inline TLAxisState const* axisNamed(std::vector<TLAxisState> const& axes, std::s
     auto const found
         = std::find_if(axes.begin(), axes.end(), [name](auto const& axis) { return axis.name == name; });
     return found == axes.end() ? nullptr : &*found;
+}
+
+inline TLMasterState const* masterWithId(std::vector<TLMasterState> const& masters, std::string_view id)
+{
+    auto const found
+        = std::find_if(masters.begin(), masters.end(), [id](auto const& master) { return master.id == id; });
+    return found == masters.end() ? nullptr : &*found;
 }
 
 /// The list under a key; empty where there is none.

@@ -232,6 +232,15 @@ void FamilyDraft::addGlyph(
     into.fileNames.emplace(glyph, std::move(fileName));
 }
 
+void FamilyDraft::list(std::string const& ufo, std::string const& layerName, std::string const& glyph)
+{
+    auto const path = glifPath(ufo, layerName, glyph);
+    auto& contents = edit(path.parent_path() / "contents.plist");
+    if (!findPlistEntry(contents, plistRoot(contents), glyph)) {
+        setPlistEntry(contents, plistRoot(contents), glyph, { path.filename().string() });
+    }
+}
+
 void FamilyDraft::removeGlyph(std::string const& ufo, std::string const& layerName, std::string const& glyph)
 {
     auto& draft = m_ufos.at(ufo);

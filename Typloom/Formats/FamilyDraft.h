@@ -29,6 +29,7 @@ public:
 
     /// A UFO of the family, by the name that the designspace gives it.
     bool hasUfo(std::string const& ufo) const { return m_ufos.contains(ufo); }
+    int versionOf(std::string const& ufo) const { return m_ufos.at(ufo).version; }
     std::optional<std::string> layerNamed(std::string const& ufo, std::string_view layer) const;
     std::string const& defaultLayer(std::string const& ufo) const;
     std::vector<std::string> layerNames(std::string const& ufo) const;
@@ -47,6 +48,8 @@ public:
     void removeLayer(std::string const& ufo, std::string const& layer);
     void addGlyph(
         std::string const& ufo, std::string const& layer, std::string const& glyph, std::string text);
+    /// Has the layer's list name the glyph's file, which another program may have taken out of it.
+    void list(std::string const& ufo, std::string const& layer, std::string const& glyph);
     void removeGlyph(std::string const& ufo, std::string const& layer, std::string const& glyph);
 
     /// The files that differ from those on disk.

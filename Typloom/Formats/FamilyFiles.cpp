@@ -19,6 +19,9 @@ Result<std::string> FamilyFiles::read(Path const& path, std::string const& displ
     auto text = fromDisk(&stamp);
     if (m_pending.empty()) {
         setStamp(path, text ? std::optional(stamp) : std::nullopt);
+        if (text) {
+            keepText(path, *text);
+        }
     }
     return text;
 }
@@ -33,6 +36,23 @@ Result<std::string> FamilyFiles::readInside(
 {
     return read(root / relativePath, displayName,
         [&](FileStamp* stamp) { return readFileInside(root, relativePath, displayName, stamp); });
+}
+
+std::optional<std::string> FamilyFiles::keptText(Path const& path) const
+{
+    auto const known = m_texts.find(path.lexically_normal());
+    return known == m_texts.end() ? std::nullopt : std::optional(known->second);
+}
+
+void FamilyFiles::keepText(Path const& path, std::string const& text)
+{
+    bool const holdsMore
+        = path.extension() == ".glif" ? text.find("<lib") != text.npos : path.filename() != "contents.plist";
+    if (holdsMore) {
+        m_texts.insert_or_assign(path.lexically_normal(), text);
+    } else {
+        m_texts.erase(path.lexically_normal());
+    }
 }
 
 bool FamilyFiles::exists(Path const& path) const

@@ -27,6 +27,11 @@ public:
     std::map<Path, FileStamp> const& stamps() const { return m_stamps; }
     void setStamp(Path const& path, std::optional<FileStamp> const& stamp);
 
+    /// The text of a file as it was last read or written, for when the file is gone; none when it is not
+    /// kept. Kept are those that hold more than the document knows, but for lists of glyphs.
+    std::optional<std::string> keptText(Path const& path) const;
+    void keepText(Path const& path, std::string const& text);
+
     Pending const& pending() const { return m_pending; }
     /// While anything is pending nothing is remembered of what is read.
     void setPending(Pending pending) { m_pending = std::move(pending); }
@@ -38,6 +43,7 @@ private:
     Result<std::string> read(Path const& path, std::string const& displayName, Read fromDisk);
 
     std::map<Path, FileStamp> m_stamps;
+    std::map<Path, std::string> m_texts;
     Pending m_pending;
 };
 

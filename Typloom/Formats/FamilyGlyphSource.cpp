@@ -1,6 +1,7 @@
 #include "Typloom/Formats/FamilyGlyphSource.h"
 
 #include "Typloom/Formats/CharacterNames.h"
+#include "Typloom/Formats/FileReading.h"
 #include "Typloom/Formats/GlifReader.h"
 #include "Typloom/Formats/GlyphLoader.h"
 #include "Typloom/Formats/VariableComponents.h"
@@ -18,6 +19,36 @@ std::optional<std::filesystem::path> Family::glifPath(
         return std::nullopt;
     }
     return source->ufo->glifPath(*layer, glyphName).lexically_normal();
+}
+
+FamilySource const* Family::axisHolder(std::string_view glyphName) const
+{
+    auto const holds = [glyphName](FamilySource const& source) {
+        auto const layer = source.ufo->defaultLayer();
+        return layer && source.kind == TLLayerKind::master
+            && source.ufo->layers()[*layer].fileNames.contains(glyphName);
+    };
+    if (defaultSource && holds(sources[*defaultSource])) {
+        return &sources[*defaultSource];
+    }
+    auto const holder = std::find_if(sources.begin(), sources.end(), holds);
+    return holder == sources.end() ? nullptr : &*holder;
+}
+
+std::vector<FamilySource const*> Family::sourcesBeside(std::set<std::filesystem::path> const& files) const
+{
+    std::vector<FamilySource const*> beside;
+    for (auto const& source : sources) {
+        auto const folder = source.ufo->folder().lexically_normal();
+        bool const concerns = std::any_of(files.begin(), files.end(), [&folder](auto const& path) {
+            auto const ends = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
+            return path.extension() != ".glif" && ends.first == folder.end();
+        });
+        if (!concerns) {
+            beside.push_back(&source);
+        }
+    }
+    return beside;
 }
 
 FamilyGlyphSource::FamilyGlyphSource(Family family, std::shared_ptr<FamilyFiles> files)
@@ -93,7 +124,49 @@ std::shared_ptr<TLGlyph> FamilyGlyphSource::loadGlyph(
     GlyphLoader loader(m_family, font, name, report);
     auto glyph = loader.load();
     setOrigins(std::string(name), loader.origins());
+    m_passing.erase(std::string(name));
+    if (auto place = glyph ? std::nullopt : passingFault(name)) {
+        m_passing.emplace(name, std::move(*place));
+    }
     return glyph;
+}
+
+/// The folder of the glyph's layer when that is away, or its file when the disk fails.
+std::optional<std::filesystem::path> FamilyGlyphSource::passingFault(std::string_view glyphName) const
+{
+    for (auto const& source : m_family.sources) {
+        auto const& layer = source.ufo->layers()[source.layer];
+        if (!layer.fileNames.contains(glyphName)) {
+            continue;
+        }
+        std::error_code problem;
+        auto const path = source.ufo->glifPath(source.layer, glyphName);
+        if (!std::filesystem::is_directory(path.parent_path(), problem)) {
+            return path.parent_path();
+        }
+        if (auto const text = readFile(path, {}); !text && text.error().reason == reasonOfDiskFault()) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
+bool FamilyGlyphSource::mayReadLater(std::string_view name) const
+{
+    auto const fault = m_passing.find(name);
+    std::error_code problem;
+    return fault != m_passing.end() && std::filesystem::exists(fault->second, problem);
+}
+
+std::optional<std::string> FamilyGlyphSource::reasonAgainstNewLayer(std::string_view masterId) const
+{
+    auto const source = std::find_if(m_family.sources.begin(), m_family.sources.end(),
+        [masterId](auto const& candidate) { return candidate.id == masterId; });
+    return source == m_family.sources.end() || source->ufo->version() > 2
+        ? std::nullopt
+        : std::optional(inQuotes(source->ufo->displayName())
+            + " is a UFO of version 2, which has no place for another layer. A program that converts it to "
+              "version 3 helps.");
 }
 
 std::optional<std::vector<char32_t>> FamilyGlyphSource::unicodesOf(std::string_view glyphName) const
@@ -133,10 +206,14 @@ void FamilyGlyphSource::scanUnicodes()
 
 namespace {
 
-/// The glyphs of a layer whose files name a library entry.
-void collectNames(Ufo const& ufo, std::size_t layer, std::string_view key, std::set<std::string>& names)
+/// The glyphs of a layer whose files name a library entry, but for those that were `seen` in others.
+void collectNames(Ufo const& ufo, std::size_t layer, std::string_view key, std::set<std::string>& names,
+    std::set<std::string_view>* seen = nullptr)
 {
     for (auto const& [name, file] : ufo.layers()[layer].fileNames) {
+        if (seen && !seen->insert(name).second) {
+            continue;
+        }
         auto const text
             = names.contains(name) ? Result<std::string>(std::string {}) : ufo.scanGlif(layer, name);
         if (text && text->find(key) != std::string::npos) {
@@ -165,9 +242,16 @@ std::vector<std::string> FamilyGlyphSource::glyphNamesWithVariableComponents()
 std::vector<std::string> FamilyGlyphSource::glyphNamesWithOwnDesignSpace()
 {
     std::set<std::string> names;
-    auto const* source = m_family.defaultSource ? &m_family.sources[*m_family.defaultSource] : nullptr;
-    if (source && source->ufo->defaultLayer()) {
-        collectNames(*source->ufo, *source->ufo->defaultLayer(), glyphDesignspaceKey, names);
+    std::set<std::string_view> seen;
+    auto const collect = [&](FamilySource const& source) {
+        auto const layer = source.kind == TLLayerKind::master ? source.ufo->defaultLayer() : std::nullopt;
+        if (layer) {
+            collectNames(*source.ufo, *layer, glyphDesignspaceKey, names, &seen);
+        }
+    };
+    if (m_family.defaultSource) {
+        collect(m_family.sources[*m_family.defaultSource]);
     }
+    std::for_each(m_family.sources.begin(), m_family.sources.end(), collect);
     return { names.begin(), names.end() };
 }

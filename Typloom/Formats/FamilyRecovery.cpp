@@ -59,7 +59,7 @@ private:
         if (auto const error = work->look()) {
             return failed(*error);
         }
-        return work->hasLost() && !work->hasReplaced() ? undo(*work) : finish(*work);
+        return !work->lost().empty() && !work->hasReplaced() ? undo(*work) : finish(*work);
     }
 
     FamilyRecovery undo(SaveWork& work)
@@ -67,9 +67,11 @@ private:
         if (auto const error = work.undo()) {
             return failed(*error);
         }
-        return { Outcome::undone,
+        return {
+            Outcome::undone,
             "The last save of " + m_name
-                + " had been broken off before it replaced anything; what was left of it has been removed." };
+                + " had been broken off before it changed anything. The family is as it was before that save."
+        };
     }
 
     FamilyRecovery finish(SaveWork& work)
@@ -78,9 +80,14 @@ private:
         if (auto const error = work.finish()) {
             return failed(*error);
         }
-        if (work.hasLost()) {
+        if (auto const lost = work.lost(); !lost.empty()) {
+            auto const more = lost.size() > 1 ? " and " + std::to_string(lost.size() - 1) + " more files"
+                                              : std::string {};
             return { Outcome::failed,
-                "The last save of " + m_name + " had been broken off, and a part of it is lost." };
+                "The last save of " + m_name
+                    + " had been broken off. All of it has now been finished but for what it was to write "
+                      "into "
+                    + inQuotes(lost.front()) + more + ", which is lost." };
         }
         if (!work.hasChanged()) {
             return {};
@@ -96,7 +103,9 @@ private:
     FamilyRecovery failed(FormatError const& error) const
     {
         return { Outcome::failed,
-            "The last save of " + m_name + " was broken off and cannot be finished now: "
+            "The last save of " + m_name
+                + " was broken off and cannot be finished now, so that the family may be partly as before "
+                  "it: "
                 + inQuotes(error.file) + ": " + error.reason + "." };
     }
 

@@ -3,7 +3,7 @@
 #include "Typloom/Formats/FamilyOpener.h"
 #include "Typloom/Formats/FileReading.h"
 #include "Typloom/Formats/GlyphLoader.h"
-#include "Typloom/Formats/LayerMatch.h"
+#include "Typloom/Formats/GlyphReload.h"
 #include "Typloom/Formats/XmlDocument.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
@@ -14,12 +14,16 @@ namespace {
 
 using Path = std::filesystem::path;
 
+/// Ends a trial: the document would change.
+struct WouldChange { };
+
 class Reload {
 public:
-    Reload(std::shared_ptr<TLFont> font, std::shared_ptr<FamilyGlyphSource> family)
+    Reload(std::shared_ptr<TLFont> font, std::shared_ptr<FamilyGlyphSource> family, bool isTrial)
         : m_font(std::move(font))
         , m_family(std::move(family))
         , m_files(*m_family->files())
+        , m_isTrial(isTrial)
     {
         for (auto const& [path, stamp] : m_files.stamps()) {
             if (hasChanged(path, stamp)) {
@@ -30,10 +34,13 @@ public:
 
     TLReloadOutcome run()
     {
+        readLostGlyphs();
         if (m_changed.empty()) {
-            return {};
+            return std::move(m_outcome);
         }
-        m_font->history().endStep();
+        if (!m_isTrial) {
+            m_font->history().endStep();
+        }
         m_modified = m_font->history().modifiedGlyphs();
         bool const concernsAll = std::any_of(
             m_changed.begin(), m_changed.end(), [](Path const& path) { return path.extension() != ".glif"; });
@@ -47,6 +54,16 @@ public:
     }
 
 private:
+    /// What could not be read before may be there again.
+    void readLostGlyphs()
+    {
+        for (auto const& [name, glyph] : std::map(m_font->loadedGlyphs())) {
+            if (!glyph) {
+                readGlyph(name, glyph);
+            }
+        }
+    }
+
     /// Half of a file that is being written is no whole one.
     static bool isWhole(Path const& path)
     {
@@ -77,17 +94,12 @@ private:
             known.axisIds.emplace(axis->name(), axis->axisId());
         }
         for (auto const& source : m_family->family().sources) {
-            auto const folder = source.ufo->folder().lexically_normal();
-            bool const changes = std::any_of(m_changed.begin(), m_changed.end(), [&folder](Path const& path) {
-                auto const ends = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
-                return path.extension() != ".glif" && ends.first == folder.end();
-            });
             if (source.kind == TLLayerKind::master) {
                 known.masterIds[source.ufo->displayName()].push_back(source.id);
             }
-            if (!changes) {
-                known.ufos.emplace(source.ufo->displayName(), source.ufo);
-            }
+        }
+        for (auto const* source : m_family->family().sourcesBeside(m_changed)) {
+            known.ufos.emplace(source->ufo->displayName(), source->ufo);
         }
         return known;
     }
@@ -103,11 +115,16 @@ private:
         if (!opened) {
             return false;
         }
+        auto const state = (*opened)->state();
+        bool const differs = state != m_font->state();
+        if (differs) {
+            willChange();
+        }
         trial.accept();
         for (auto const& sentence : (*opened)->report()) {
             m_font->addToReport(sentence);
         }
-        if (auto const state = (*opened)->state(); state != m_font->state()) {
+        if (differs) {
             m_font->restore(state);
             m_font->history().didReloadFont();
             m_outcome.anything = true;
@@ -121,18 +138,28 @@ private:
         auto const origins = m_family->originsOf(name);
         return std::any_of(origins.begin(), origins.end(), [&](LayerOrigin const& origin) {
             auto const path = m_family->family().glifPath(origin.ufo, origin.ufoLayer, name);
-            return path && m_changed.contains(*path);
+            return !path || m_changed.contains(*path);
         });
+    }
+
+    bool isRemoved(std::string const& name) const
+    {
+        auto const origins = m_family->originsOf(name);
+        return !origins.empty()
+            && std::none_of(origins.begin(), origins.end(), [&](LayerOrigin const& origin) {
+                   return m_family->family().glifPath(origin.ufo, origin.ufoLayer, name);
+               });
     }
 
     void readGlyph(std::string const& name, std::shared_ptr<TLGlyph> const& glyph)
     {
         if (m_modified.contains(name)) {
-            if (isConcerned(name) && !mergeOutlines(*glyph)) {
-                m_outcome.sentences.push_back("The glyph " + inQuotes(name)
-                    + " was changed by another program; it is left as it is here, since it has changes that "
-                      "are "
-                      "not saved.");
+            auto const what = isRemoved(name)                 ? " was removed by another program; "
+                : isConcerned(name) && !mergeOutlines(*glyph) ? " was changed by another program; "
+                                                              : "";
+            if (!std::string_view(what).empty()) {
+                m_outcome.sentences.push_back("The glyph " + inQuotes(name) + what
+                    + "it is left as it is here, since it has changes that are not saved.");
             }
             return;
         }
@@ -173,121 +200,49 @@ private:
             return true; // It may still be being written.
         }
         auto const origins = m_family->originsOf(glyph.name());
-        auto redrawn = redrawnLayers(saved, origins, read->state(), loader.origins());
+        auto redrawn = redrawnLayers(
+            { saved, origins }, { read->state(), loader.origins() }, m_font->history().savedFont());
         if (!redrawn) {
             return false;
         }
         auto now = glyph.state();
         auto const left = takeOutlines(now, *redrawn);
         if (!redrawn->empty()) {
+            willChange();
             glyph.restore(now);
             m_font->history().didReloadOutlines(glyph.name(), *redrawn);
             m_outcome.anything = true;
         }
-        acceptFiles(glyph.name(), origins, left, stamps);
-        return left.empty();
-    }
-
-    /// None when more than outlines differ.
-    std::optional<TLDocumentHistory::Redrawn> redrawnLayers(TLGlyphState const& saved,
-        std::vector<LayerOrigin> const& savedOrigins, TLGlyphState const& read,
-        std::vector<LayerOrigin> const& readOrigins) const
-    {
-        TLDocumentHistory::Redrawn redrawn;
-        auto const matches
-            = matchLayers(read, readOrigins, saved, savedOrigins, m_font->history().savedFont());
-        if (read.axes != saved.axes || matches.size() != read.layers.size()
-            || matches.size() != saved.layers.size()) {
-            return std::nullopt;
-        }
-        for (auto const& layer : read.layers) {
-            auto const* before = saved.layer(matches.at(layer->layerId));
-            auto const* origin = findOrigin(readOrigins, layer->layerId);
-            if (origin->isOfLocalSource && before->name != layer->name) {
-                return std::nullopt;
-            }
-            if (before->outline != layer->outline) {
-                redrawn.emplace(before->layerId, std::pair(before->outline, layer->outline));
-            }
-        }
-        return redrawn;
-    }
-
-    /// Those that are drawn otherwise here, or are gone, are left: taken out and returned.
-    static std::set<std::string> takeOutlines(TLGlyphState& glyph, TLDocumentHistory::Redrawn& redrawn)
-    {
-        std::set<std::string> left;
-        for (auto const& [layerId, outlines] : redrawn) {
-            auto const* layer = glyph.layer(layerId);
-            if (!layer || (layer->outline != outlines.first && layer->outline != outlines.second)) {
-                left.insert(layerId);
-            }
-        }
-        std::erase_if(redrawn, [&left](auto const& entry) { return left.contains(entry.first); });
-        for (auto& layer : glyph.layers) {
-            auto const entry = redrawn.find(layer->layerId);
-            if (entry != redrawn.end()) {
-                auto state = *layer;
-                state.outline = entry->second.second;
-                layer = std::make_shared<TLLayerState const>(std::move(state));
-            }
-        }
-        return left;
-    }
-
-    /// Of the files that were followed it is remembered how they are now; not of those that were left.
-    void acceptFiles(std::string const& name, std::vector<LayerOrigin> const& origins,
-        std::set<std::string> const& left, std::map<Path, FileStamp> const& stamps)
-    {
-        std::map<Path, bool> isLeft;
-        for (auto const& origin : origins) {
-            if (auto const path = m_family->family().glifPath(origin.ufo, origin.ufoLayer, name)) {
-                isLeft[*path] = isLeft[*path] || left.contains(origin.layerId);
-            }
-        }
-        for (auto const& [path, stays] : isLeft) {
-            auto const stamp = stamps.find(path);
-            if (!stays && stamp != stamps.end()) {
+        for (auto const& path : filesOf(m_family->family(), glyph.name(), origins, left)) {
+            if (auto const stamp = stamps.find(path); stamp != stamps.end()) {
                 m_files.setStamp(path, stamp->second);
             }
         }
-    }
-
-    static bool hasNewProblem(TLGlyphState const& before, TLGlyphState const& after)
-    {
-        auto const problems = [](TLGlyphState const& state) {
-            return std::count_if(state.layers.begin(), state.layers.end(),
-                [](auto const& layer) { return layer->problem.has_value(); });
-        };
-        return problems(after) > problems(before);
+        return left.empty();
     }
 
     void bringUpToDate(TLGlyph& glyph, TLGlyph const& read, std::vector<LayerOrigin> origins)
     {
         auto const before = glyph.state();
         auto after = read.state();
-        auto const font = m_font->state();
-        auto const matches = matchLayers(after, origins, before, m_family->originsOf(glyph.name()), font);
-        UniqueNames identifiers;
-        for (auto const& [readId, layerId] : matches) {
-            identifiers.take(layerId);
-        }
-        for (auto& layer : after.layers) {
-            auto const match = matches.find(layer->layerId);
-            auto const layerId = match == matches.end() ? identifiers.take(layer->layerId) : match->second;
-            auto const origin = std::find_if(origins.begin(), origins.end(),
-                [&layer](auto const& candidate) { return candidate.layerId == layer->layerId; });
-            origin->layerId = layerId;
-            auto state = *layer;
-            state.layerId = layerId;
-            layer = std::make_shared<TLLayerState const>(std::move(state));
+        keepIdentifiers(after, origins, { before, m_family->originsOf(glyph.name()) }, m_font->state());
+        bool const hasOtherUnicodes = glyph.unicodes() != read.unicodes();
+        if (after != before || hasOtherUnicodes) {
+            willChange();
         }
         glyph.setUnicodes(read.unicodes());
         m_family->setOrigins(glyph.name(), std::move(origins));
         if (after != before) {
             glyph.restore(after);
             m_font->history().didReload(glyph);
-            m_outcome.anything = true;
+        }
+        m_outcome.anything = m_outcome.anything || after != before || hasOtherUnicodes;
+    }
+
+    void willChange() const
+    {
+        if (m_isTrial) {
+            throw WouldChange {};
         }
     }
 
@@ -295,6 +250,7 @@ private:
     std::shared_ptr<FamilyGlyphSource> m_family;
     FamilyFiles& m_files;
     std::set<Path> m_changed;
+    bool m_isTrial; ///< Nothing of the document may change.
     std::map<std::string, TLGlyphState> m_modified;
     TLReloadOutcome m_outcome;
 };
@@ -313,8 +269,26 @@ std::vector<std::filesystem::path> TLFilesToWatch(TLFont const& font)
     return { paths.begin(), paths.end() };
 }
 
-TLReloadOutcome TLReloadChangedFiles(std::shared_ptr<TLFont> const& font)
+TLReloadOutcome TLReloadChangedFiles(
+    std::shared_ptr<TLFont> const& font, std::function<void()> const& willChange)
 {
     auto const family = std::dynamic_pointer_cast<FamilyGlyphSource>(font->glyphSource());
-    return family ? Reload(font, family).run() : TLReloadOutcome {};
+    if (!family) {
+        return {};
+    }
+    if (willChange) {
+        auto const before = family->family();
+        StampTrial trial(*family->files());
+        try {
+            auto outcome = Reload(font, family, true).run();
+            trial.accept();
+            return outcome;
+        } catch (WouldChange const&) {
+            family->setFamily(before);
+        }
+    }
+    if (willChange) {
+        willChange();
+    }
+    return Reload(font, family, false).run();
 }

@@ -16,5 +16,7 @@ struct TLReloadOutcome {
 /// Brings a document up to date with files that other programs have changed. Glyphs, axes and masters without
 /// changes of their own become what the files say; their objects stay. Of a glyph with changes the layers
 /// that are drawn as they were saved follow their files, and its changes can still be undone. A file that
-/// can't be read, since it is still being written, is left for the next call.
-TLReloadOutcome TLReloadChangedFiles(std::shared_ptr<TLFont> const& font);
+/// can't be read, since it is still being written, is left for the next call. `willChange` is called before
+/// the document changes, and only then.
+TLReloadOutcome TLReloadChangedFiles(
+    std::shared_ptr<TLFont> const& font, std::function<void()> const& willChange = {});

@@ -1,24 +1,12 @@
 #include "Typloom/Formats/FamilySavePlan.h"
 
-#include "Typloom/Formats/NewMaster.h"
+#include "Typloom/Formats/AxisSearch.h"
+#include "Typloom/Formats/Numbers.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <algorithm>
 
 namespace {
-
-template <class State>
-State const* find(std::vector<State> const& states, std::string State::*id, std::string const& wanted)
-{
-    auto const found
-        = std::find_if(states.begin(), states.end(), [&](State const& state) { return state.*id == wanted; });
-    return found == states.end() ? nullptr : &*found;
-}
-
-TLCoordinates coordinatesOf(TLMasterState const& master)
-{
-    return { master.values.begin(), master.values.end() };
-}
 
 /// Four characters made of the name, which no other axis has: "Slant Width" gives "SLAN".
 std::string makeTag(std::string const& name, std::set<std::string> const& used)
@@ -42,14 +30,15 @@ std::string makeTag(std::string const& name, std::set<std::string> const& used)
 
 } // namespace
 
-FamilySavePlan::FamilySavePlan(TLFont& font, FamilyGlyphSource& family, bool replacesLostFiles)
+FamilySavePlan::FamilySavePlan(
+    TLFont& font, std::filesystem::path const& designspace, FamilyGlyphSource& family, bool replacesLostFiles)
     : m_font(font)
     , m_family(family)
     , m_replacesLostFiles(replacesLostFiles)
     , m_before(font.history().savedFont())
     , m_after(font.state())
     , m_modified(font.history().modifiedGlyphs())
-    , m_files(font.path(), family.family())
+    , m_files(designspace, family.family())
     , m_sources(m_files, family.family(), m_after)
 {
 }
@@ -62,6 +51,9 @@ void FamilySavePlan::run()
         saveGlyph(name);
     }
     m_sources.removeUnused([this](TLCoordinates const& place) { return isNeeded(place); });
+    for (auto const& ufo : m_family.madeUfos()) {
+        removeMadeUfo(ufo);
+    }
 }
 
 void FamilySavePlan::saveAxes()
@@ -69,7 +61,7 @@ void FamilySavePlan::saveAxes()
     auto& designspace = m_sources.designspace();
     std::map<std::string, std::string> renamed;
     for (auto const& axis : m_before.axes) {
-        auto const* after = find(m_after.axes, &TLAxisState::axisId, axis.axisId);
+        auto const* after = axisWithId(m_after.axes, axis.axisId);
         if (!after) {
             designspace.removeAxis(axis.name);
         } else if (after->name != axis.name) {
@@ -80,7 +72,7 @@ void FamilySavePlan::saveAxes()
     std::set<std::string> names;
     for (std::size_t index = 0; index < m_after.axes.size(); ++index) {
         auto axis = m_after.axes[index];
-        auto const* before = find(m_before.axes, &TLAxisState::axisId, axis.axisId);
+        auto const* before = axisWithId(m_before.axes, axis.axisId);
         if (axis.name.empty() || !names.insert(axis.name).second) {
             throw SaveProblem { axis.name.empty()
                     ? "An axis of the font has no name."
@@ -103,60 +95,6 @@ void FamilySavePlan::saveAxes()
     }
 }
 
-void FamilySavePlan::saveMasters()
-{
-    for (auto const& master : m_before.masters) {
-        if (!find(m_after.masters, &TLMasterState::id, master.id)) {
-            m_sources.removeMaster(master.id);
-        }
-    }
-    XmlElement last;
-    for (auto const& master : m_after.masters) {
-        if (auto const* before = find(m_before.masters, &TLMasterState::id, master.id)) {
-            changeMaster(*before, master);
-        } else {
-            addMaster(master, last);
-        }
-        last = m_sources.master(master.id)->element;
-    }
-}
-
-void FamilySavePlan::changeMaster(TLMasterState const& before, TLMasterState const& after)
-{
-    auto const* source = m_sources.master(after.id);
-    if (!source) {
-        throw SaveProblem { "The master " + inQuotes(after.name) + " has no source." };
-    }
-    auto& designspace = m_sources.designspace();
-    if (before.name != after.name) {
-        designspace.setStyleName(source->element, after.name);
-    }
-    auto const place = m_sources.fontPlace(coordinatesOf(after));
-    for (auto const& axis : m_after.axes) {
-        auto const* axisBefore = find(m_before.axes, &TLAxisState::axisId, axis.axisId);
-        auto const was = before.values.find(axis.axisId);
-        double const old = was != before.values.end() ? was->second : axis.defaultValue;
-        double const now = place.find(axis.axisId)->second;
-        if (now != old || (!axisBefore && now != axis.defaultValue)) {
-            designspace.setPlace(source->element, axis.name, now);
-        }
-    }
-    m_sources.moveMaster(after.id, place);
-}
-
-void FamilySavePlan::addMaster(TLMasterState const& master, XmlElement behind)
-{
-    auto const* like = m_sources.nearestMaster(coordinatesOf(master));
-    auto const ufo = addMasterUfo(m_files, like->ufo, master.name);
-    auto const place = coordinatesOf(master);
-    auto const name = m_sources.uniqueName(
-        (m_font.familyName().empty() ? std::string {} : m_font.familyName() + " ") + master.name);
-    auto const element = m_sources.designspace().addSource(
-        { ufo, name, master.name, std::nullopt, m_sources.location(place) }, behind);
-    m_sources.add({ TLLayerKind::master, master.id, ufo, m_files.defaultLayer(ufo),
-        m_sources.fontPlace(place), element });
-}
-
 /// The glyphs' own sources name axes of the font, and stand where masters stand; their own axes hide new ones
 /// of the font that have the same name.
 bool FamilySavePlan::concernsOwnSources() const
@@ -165,11 +103,11 @@ bool FamilySavePlan::concernsOwnSources() const
         return !after || after->*field != before.*field;
     };
     return std::any_of(m_before.axes.begin(), m_before.axes.end(), [&](TLAxisState const& axis) {
-        return isOther(find(m_after.axes, &TLAxisState::axisId, axis.axisId), axis, &TLAxisState::name);
+        return isOther(axisWithId(m_after.axes, axis.axisId), axis, &TLAxisState::name);
     }) || std::any_of(m_after.axes.begin(), m_after.axes.end(), [&](TLAxisState const& axis) {
-        return !find(m_before.axes, &TLAxisState::axisId, axis.axisId);
+        return !axisWithId(m_before.axes, axis.axisId);
     }) || std::any_of(m_before.masters.begin(), m_before.masters.end(), [&](TLMasterState const& master) {
-        return isOther(find(m_after.masters, &TLMasterState::id, master.id), master, &TLMasterState::values);
+        return isOther(masterWithId(m_after.masters, master.id), master, &TLMasterState::values);
     });
 }
 
@@ -194,6 +132,9 @@ void FamilySavePlan::saveGlyph(std::string const& name)
     }
     auto const after = glyph->state();
     auto const modified = m_modified.find(name);
+    if (modified == m_modified.end() && !m_family.family().axisHolder(name)) {
+        return; // Another program has taken it away, and nothing of it is changed here.
+    }
     auto const& before = modified == m_modified.end() ? after : modified->second;
     GlyphSave save(name, glyph->unicodes(), { { before, m_before }, { after, m_after } }, m_sources, m_family,
         m_replacesLostFiles);
@@ -205,6 +146,46 @@ void FamilySavePlan::saveGlyph(std::string const& name)
     }
     m_notes.insert(m_notes.end(), save.notes().begin(), save.notes().end());
     addNotes(*glyph);
+    tellOfLostValues(before, after, name);
+}
+
+namespace {
+
+/// The value that gave way when an axis was renamed onto its name; none when none did.
+std::optional<std::pair<std::string, double>> lostValue(TLComponent const& before, TLComponent const& after)
+{
+    for (auto const& [name, value] : before.location) {
+        auto const now = after.location.find(name);
+        bool const isOther = now != after.location.end() && now->second != value;
+        bool const hasComeFromOther
+            = isOther && std::any_of(before.location.begin(), before.location.end(), [&](auto const& entry) {
+                  return entry.second == now->second && !after.location.contains(entry.first);
+              });
+        if (hasComeFromOther) {
+            return std::pair(name, value);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+/// A component can give one value of a name only.
+void FamilySavePlan::tellOfLostValues(
+    TLGlyphState const& before, TLGlyphState const& after, std::string const& glyph)
+{
+    for (auto const& layer : after.layers) {
+        auto const* was = before.layer(layer->layerId);
+        auto const& now = layer->outline.components;
+        for (std::size_t index = 0; was && index < std::min(now.size(), was->outline.components.size());
+             ++index) {
+            if (auto const lost = lostValue(was->outline.components[index], now[index])) {
+                m_notes.push_back("In the glyph " + inQuotes(glyph) + " the component "
+                    + inQuotes(now[index].base) + " loses its value " + describeNumber(lost->second) + " on "
+                    + inQuotes(lost->first) + ", since an axis that it gives a value too has that name now.");
+            }
+        }
+    }
 }
 
 /// The names of a glyph's layers that do not stand at the default of an axis of the font.
@@ -212,7 +193,7 @@ std::string FamilySavePlan::layersOff(TLGlyph const& glyph, TLAxisState const& a
 {
     std::string names;
     for (auto const& layer : glyph.state().layers) {
-        auto const* master = find(m_after.masters, &TLMasterState::id, layer->layerId);
+        auto const* master = masterWithId(m_after.masters, layer->layerId);
         auto const place = m_sources.fontPlace(master ? coordinatesOf(*master) : layer->coordinates);
         if (layer->kind != TLLayerKind::other && place.find(axis.axisId)->second != axis.defaultValue) {
             auto const& name = master ? master->name : layer->name;
@@ -225,7 +206,7 @@ std::string FamilySavePlan::layersOff(TLGlyph const& glyph, TLAxisState const& a
 void FamilySavePlan::addNotes(TLGlyph const& glyph)
 {
     for (auto const& own : glyph.axes()) {
-        auto const* axis = find(m_after.axes, &TLAxisState::name, own->name());
+        auto const* axis = axisNamed(m_after.axes, own->name());
         if (!axis) {
             continue;
         }

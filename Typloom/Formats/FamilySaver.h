@@ -29,6 +29,7 @@ struct TLSaveOutcome {
 /// A file that changes keeps its order, style and all that is not understood. A layer of a UFO that loses its
 /// last glyph goes with the sparse source that brought it, unless its folder holds anything else or the
 /// place is needed by a source of some glyph's own. The UFO of a master that is removed stays on
-/// disk, where nothing names it. Layers that share a file which cannot be parted become alike.
+/// disk, where nothing names it; only that of a new master that was undone goes again. Layers that share a
+/// file which cannot be parted become alike.
 TLSaveOutcome TLSaveFamily(std::shared_ptr<TLFont> const& font, TLSaveOptions const& options = {},
     FileSystem& fileSystem = FileSystem::real());

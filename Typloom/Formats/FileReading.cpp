@@ -85,6 +85,11 @@ Result<std::string> readFile(
     return readFile(AT_FDCWD, path.c_str(), 0, displayName, stamp);
 }
 
+std::string reasonOfDiskFault()
+{
+    return reasonOf(EIO);
+}
+
 Result<std::string> readFileAt(
     int folder, std::string const& name, std::string const& displayName, FileStamp* stamp)
 {

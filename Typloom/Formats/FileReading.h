@@ -14,6 +14,9 @@ inline constexpr std::size_t fileSizeLimit = std::size_t(256) * 1024 * 1024;
 Result<std::string> readFile(
     std::filesystem::path const& path, std::string const& displayName, FileStamp* stamp = nullptr);
 
+/// The reason of an error when the disk itself failed, which may pass.
+std::string reasonOfDiskFault();
+
 /// A file right in the folder of a descriptor; a link there is an error.
 Result<std::string> readFileAt(
     int folder, std::string const& name, std::string const& displayName, FileStamp* stamp = nullptr);

@@ -32,6 +32,11 @@ int FileSystem::synchronize(int descriptor)
     return orProblem(::fsync(descriptor));
 }
 
+int FileSystem::synchronizeDisk(int descriptor)
+{
+    return orProblem(::syncfs(descriptor));
+}
+
 int FileSystem::setMode(int file, unsigned mode)
 {
     return orProblem(::fchmod(file, mode));
@@ -78,6 +83,8 @@ std::string reasonOfWriting(int problem)
         return "the room that you may use on the disk is full";
     case ENOENT:
         return "its folder is not there";
+    case EEXIST:
+        return "something of that name is there already";
     case ELOOP:
     case ENOTDIR:
         return "a link or a file stands where a folder should be";

@@ -14,6 +14,8 @@ public:
     virtual std::ptrdiff_t write(int file, std::string_view bytes);
     /// Of a file its content, of a folder its names.
     virtual int synchronize(int descriptor);
+    /// Everything on the disk on which the file or folder lies.
+    virtual int synchronizeDisk(int descriptor);
     virtual int setMode(int file, unsigned mode);
     /// What has the new name is replaced.
     virtual int rename(int folder, std::string const& name, std::string const& newName);

@@ -97,15 +97,13 @@ void GlyphLoader::readUnicodes()
     std::for_each(m_family.sources.begin(), m_family.sources.end(), take);
 }
 
-/// Only the default source's default layer tells a glyph's own axes.
 void GlyphLoader::addGlyphDesignspace()
 {
-    auto const* source = m_family.defaultSource ? &m_family.sources[*m_family.defaultSource] : nullptr;
-    auto const layer = source ? source->ufo->defaultLayer() : std::nullopt;
-    if (!layer || !hasGlyph(*source->ufo, *layer)) {
+    auto const* source = m_family.axisHolder(m_name);
+    if (!source) {
         return;
     }
-    auto const& content = glif(*source->ufo, *layer);
+    auto const& content = glif(*source->ufo, *source->ufo->defaultLayer());
     if (!content || !content->glyphDesignspace) {
         return;
     }

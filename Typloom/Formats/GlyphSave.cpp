@@ -27,9 +27,7 @@ GlyphSave::GlyphSave(std::string glyphName, std::vector<char32_t> const& unicode
 void GlyphSave::run()
 {
     checkNames();
-    if (m_replacesLostFiles) {
-        replaceLostFiles();
-    }
+    replaceLostFiles();
     openDesignspace();
     collect();
     for (auto& work : m_work) {
@@ -41,6 +39,7 @@ void GlyphSave::run()
             place(work);
         }
     }
+    tellOfSharedPlaces();
     writeFiles();
     writeDesignspace();
 }
@@ -86,13 +85,33 @@ std::string GlyphSave::whatLayer(TLLayerState const& layer) const
         + inQuotes(m_name);
 }
 
+/// As `Family::axisHolder`, in the draft.
+PlannedSource const* GlyphSave::axisHolder() const
+{
+    auto const holds = [this](PlannedSource const& source) {
+        auto const& layer = m_files.defaultLayer(source.ufo);
+        return source.kind == TLLayerKind::master && m_files.hasGlyph(source.ufo, layer, m_name);
+    };
+    auto const* source = m_sources.defaultSource();
+    if (source && holds(*source)) {
+        return source;
+    }
+    auto const& sources = m_sources.sources();
+    auto const holder = std::find_if(sources.begin(), sources.end(), holds);
+    return holder == sources.end() ? nullptr : &*holder;
+}
+
 void GlyphSave::openDesignspace()
 {
-    auto const* source = m_sources.defaultSource();
-    if (!source || !m_files.hasGlyph(source->ufo, m_files.defaultLayer(source->ufo), m_name)) {
+    auto const* source = axisHolder();
+    if (!source) {
         return;
     }
     m_holder = { source->ufo, m_files.defaultLayer(source->ufo) };
+    if (source != m_sources.defaultSource() && !m_states.after.glyph.axes.empty()) {
+        m_notes.push_back("The glyph " + inQuotes(m_name)
+            + " is not in the default master: other programs will not know its axes.");
+    }
     auto const path = m_files.glifPath(m_holder->first, m_holder->second, m_name);
     if (!hasOwnDesignspace() && !isWhole(path)) {
         return; // Nothing of it is to be changed.
@@ -109,7 +128,7 @@ GlyphDesignspaceEdit& GlyphSave::designspace()
     }
     if (!m_designspace) {
         throw SaveProblem { "The glyph " + inQuotes(m_name)
-            + " has axes or layers of its own but none in the default master, where files keep them." };
+            + " has axes or layers of its own but none in a master, where files keep them." };
     }
     return *m_designspace;
 }
@@ -230,95 +249,4 @@ void GlyphSave::takeAway()
             m_sources.leaveLayer(file.first, file.second);
         }
     }
-}
-
-void GlyphSave::place(Work& work, std::string ufo, std::string ufoLayer, bool isOfOwnSource)
-{
-    work.target = { work.after->layerId, std::move(ufo), std::move(ufoLayer), isOfOwnSource };
-    work.isPlaced = true;
-}
-
-void GlyphSave::place(Work& work)
-{
-    auto const* removed = m_family.removedLayer(m_name, work.after->layerId);
-    if (removed && work.text.empty()) {
-        work.text = removed->text;
-    }
-    auto const* former = removed && m_files.hasUfo(removed->origin.ufo) ? &removed->origin : nullptr;
-    if (work.after->kind == TLLayerKind::master) {
-        auto const* master = m_sources.master(work.after->layerId);
-        if (!master) {
-            throw SaveProblem { whatLayer(*work.after) + " belongs to no master." };
-        }
-        return place(work, master->ufo, master->ufoLayer, false);
-    }
-    if (work.after->kind == TLLayerKind::other) {
-        auto const ufo = former ? former->ufo : m_sources.ufoFor(work.after->associatedMasterId);
-        auto const wanted = former ? former->ufoLayer : m_sources.nameFor(*work.after, {});
-        return place(work, ufo, freeLayer(ufo, wanted), false);
-    }
-    if (namesOwnAxis(*work.after) || !placeSparse(work, former)) {
-        placeOwnSource(work, former);
-    }
-}
-
-/// False when the place is taken.
-bool GlyphSave::placeSparse(Work& work, LayerOrigin const* former)
-{
-    auto const& coordinates = work.after->coordinates;
-    auto const standing = m_sources.standingAt(coordinates);
-    for (auto const* source : standing) {
-        auto const others = std::count_if(
-            m_sources.sources().begin(), m_sources.sources().end(), [source](auto const& other) {
-                return other.ufo == source->ufo && other.ufoLayer == source->ufoLayer;
-            });
-        if (source->kind == TLLayerKind::brace && others == 1 && !isUsed(source->ufo, source->ufoLayer)) {
-            place(work, source->ufo, source->ufoLayer, false);
-            return true;
-        }
-    }
-    if (!standing.empty()) {
-        return false;
-    }
-    auto const ufo = former ? former->ufo : m_sources.ufoFor(work.after->associatedMasterId);
-    auto const name = former ? former->ufoLayer : m_sources.nameFor(*work.after, {});
-    auto const source = m_sources.addSparse(coordinates, ufo, name);
-    place(work, source.ufo, source.ufoLayer, false);
-    return true;
-}
-
-void GlyphSave::placeOwnSource(Work& work, LayerOrigin const* former)
-{
-    auto const& layer = *work.after;
-    if (!namesOwnAxis(layer)) {
-        m_notes.push_back(whatLayer(layer)
-            + " stands where another of its layers stands: other programs will not interpolate the glyph.");
-    }
-    auto const name = m_sources.nameFor(layer, m_states.after.glyph.axes);
-    auto const wanted = former ? former->ufoLayer : name;
-    auto const standing = m_sources.standingAt(layer.coordinates);
-    auto const ufo = standing.empty() ? m_sources.ufoFor(layer.associatedMasterId) : standing.front()->ufo;
-    if (standing.empty()) {
-        m_sources.addSparse(layer.coordinates, ufo, m_sources.nameFor(layer.coordinates));
-    }
-    auto const ufoLayer = freeLayer(ufo, wanted);
-    work.ownSource = designspace().addSource(layer, name, ufoLayer);
-    place(work, ufo, ufoLayer, true);
-}
-
-/// Whether the glyph has a file there, or shall have one.
-bool GlyphSave::isUsed(std::string const& ufo, std::string const& ufoLayer) const
-{
-    return m_files.hasGlyph(ufo, ufoLayer, m_name)
-        || std::any_of(m_work.begin(), m_work.end(), [&](Work const& work) {
-               return work.isPlaced && work.target.ufo == ufo && work.target.ufoLayer == ufoLayer;
-           });
-}
-
-/// A layer that no source of the family brings and that has nothing of the glyph.
-std::string GlyphSave::freeLayer(std::string const& ufo, std::string const& wanted)
-{
-    bool const isFree = m_files.layerNamed(ufo, wanted) && !m_sources.isOfSource(ufo, wanted)
-        && wanted != m_files.defaultLayer(ufo) && !isUsed(ufo, wanted);
-    return isFree ? wanted : m_files.addLayer(ufo, wanted);
 }

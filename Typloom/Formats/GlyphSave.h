@@ -49,6 +49,7 @@ private:
 
     void checkNames() const;
     void replaceLostFiles();
+    PlannedSource const* axisHolder() const;
     void openDesignspace();
     bool hasOwnDesignspace() const;
     GlyphDesignspaceEdit& designspace();
@@ -64,6 +65,7 @@ private:
     void place(Work& work, std::string ufo, std::string ufoLayer, bool isOfOwnSource);
     bool isWhole(std::filesystem::path const& path);
     Glif readDraft(std::filesystem::path const& path);
+    void tellOfSharedPlaces();
     void writeFiles();
     void writeFile(File const& file, std::vector<Work*> const& users);
     TLOutline settle(std::vector<Work*> const& users);

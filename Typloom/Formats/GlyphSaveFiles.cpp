@@ -25,19 +25,26 @@ try {
     return false;
 }
 
+/// What another program took out of the lists is put back. What it broke or removed is, when that was agreed.
 void GlyphSave::replaceLostFiles()
 {
     for (auto const& origin : m_family.originsOf(m_name)) {
         auto const* before = m_states.before.glyph.layer(origin.layerId);
         auto const* after = m_states.after.glyph.layer(origin.layerId);
         bool const wasRead = before && !before->problem && m_files.hasUfo(origin.ufo)
-            && m_files.hasGlyph(origin.ufo, origin.ufoLayer, m_name);
+            && m_files.layerNamed(origin.ufo, origin.ufoLayer);
         if (!wasRead) {
             continue;
         }
+        auto const text = [&] { return glifText(m_name, m_unicodes, (after ? after : before)->outline); };
+        if (!m_files.hasGlyph(origin.ufo, origin.ufoLayer, m_name)) {
+            m_files.addGlyph(origin.ufo, origin.ufoLayer, m_name, text());
+            continue;
+        }
         auto const path = m_files.glifPath(origin.ufo, origin.ufoLayer, m_name);
-        if (!isWhole(path)) {
-            m_files.create(path, glifText(m_name, m_unicodes, (after ? after : before)->outline));
+        if (m_replacesLostFiles && !isWhole(path)) {
+            m_files.create(path, text());
+            m_files.list(origin.ufo, origin.ufoLayer, m_name);
         }
     }
 }

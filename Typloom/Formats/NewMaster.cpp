@@ -43,9 +43,11 @@ std::string addMasterUfo(FamilyDraft& files, std::string const& likeUfo, std::st
     auto const likeFolder = files.folderOf(likeUfo);
     files.addUfo(name, folder);
     std::error_code problem;
-    for (auto const file :
+    for (auto const* const file :
         { "fontinfo.plist", "lib.plist", "groups.plist", "kerning.plist", "features.fea" }) {
-        if (std::filesystem::exists(likeFolder / file, problem)) {
+        bool const isOfOtherMeaning = files.versionOf(likeUfo) < 3
+            && (std::string_view(file) == "groups.plist" || std::string_view(file) == "kerning.plist");
+        if (!isOfOtherMeaning && std::filesystem::exists(likeFolder / file, problem)) {
             files.create(folder / file, files.textOf(likeFolder / file));
         }
     }

@@ -40,6 +40,17 @@ bool areAlike(std::vector<TLAxisState> const& one, std::vector<TLAxisState> cons
         });
 }
 
+/// Of the font's axes the files tell the bounds too, which hold the default.
+bool haveSameBounds(std::vector<TLAxisState> const& wanted, std::vector<TLAxisState> const& read)
+{
+    return std::equal(wanted.begin(), wanted.end(), read.begin(), read.end(),
+        [](TLAxisState const& left, TLAxisState const& right) {
+            return std::min(left.minimum, left.defaultValue) == right.minimum
+                && std::max(left.maximum, left.defaultValue) == right.maximum
+                && (!left.tag || left.tag == right.tag);
+        });
+}
+
 } // namespace
 
 SaveCheck::SaveCheck(TLFont& font, FamilyGlyphSource& family, FamilySavePlan const& plan)
@@ -68,18 +79,14 @@ void SaveCheck::run(FamilyFiles::Pending const& pending, bool filesHaveChanged)
 void SaveCheck::readFamily(FamilyFiles::Pending const& pending)
 {
     auto known = m_plan.known();
-    for (auto const& source : m_family.family().sources) {
-        auto const folder = source.ufo->folder().lexically_normal();
-        bool const changes = std::any_of(pending.begin(), pending.end(), [&folder](auto const& entry) {
-            auto const ends
-                = std::mismatch(folder.begin(), folder.end(), entry.first.begin(), entry.first.end());
-            return entry.first.extension() != ".glif" && ends.first == folder.end();
-        });
-        if (!changes) {
-            known.ufos.emplace(source.ufo->displayName(), source.ufo);
-        }
+    std::set<std::filesystem::path> files;
+    for (auto const& [path, text] : pending) {
+        files.insert(path);
     }
-    auto opened = openFamily(m_font.path(), m_family.files(), known);
+    for (auto const* source : m_family.family().sourcesBeside(files)) {
+        known.ufos.emplace(source->ufo->displayName(), source->ufo);
+    }
+    auto opened = openFamily(m_plan.designspace(), m_family.files(), known);
     if (!opened) {
         throw SaveProblem { opened.error().sentence() };
     }
@@ -96,9 +103,9 @@ void SaveCheck::compareFont(TLFont const& read) const
             return one.id == other.id && one.values == other.values
                 && (one.name.empty() || one.name == other.name);
         });
-    if (!areAlike(wanted.axes, now.axes) || !sameMasters) {
+    if (!areAlike(wanted.axes, now.axes) || !haveSameBounds(wanted.axes, now.axes) || !sameMasters) {
         throw SaveProblem { "The axes and masters would be read back differently from "
-            + inQuotes(m_font.path().string()) + "." };
+            + inQuotes(m_plan.designspace().string()) + "." };
     }
 }
 

@@ -161,7 +161,9 @@ Result<std::optional<SaveJournal>> readJournal(
     std::string_view text, std::filesystem::path const& journalFile)
 {
     FormatError const foreign { .file = journalFile.string(),
-        .reason = "it is no journal of a save that can be trusted" };
+        .reason
+        = "it looks like the record of a save that was broken off, but cannot be trusted; move it away "
+          "when the family is as it should be" };
     if (!text.starts_with(heading.substr(0, text.size()))) {
         return foreign;
     }
@@ -190,6 +192,8 @@ bool mayChange(SaveJournal const& journal, JournalEntry const& entry, std::strin
     bool const isNew = entry.kind == JournalEntry::Kind::makeFolder
         || (entry.kind == JournalEntry::Kind::write && !entry.oldHash);
     std::string_view const path = entry.path;
+    bool const isFeatures = path == "features.fea" || path.ends_with("/features.fea");
     return isNew || entry.kind == JournalEntry::Kind::removeFolder || path.ends_with(".glif")
-        || path.ends_with(".plist") || (journal.roots[entry.root] == "." && path == designspaceName);
+        || path.ends_with(".plist") || (isFeatures && entry.kind == JournalEntry::Kind::remove)
+        || (journal.roots[entry.root] == "." && path == designspaceName);
 }

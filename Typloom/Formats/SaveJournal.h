@@ -44,5 +44,5 @@ std::filesystem::path journalPath(std::filesystem::path const& designspace);
 Result<std::optional<SaveJournal>> readJournal(std::string_view text, std::filesystem::path const& journal);
 
 /// Whether a save may make a change: new files at all, but of those that are there it replaces or
-/// removes only the designspace, glyphs and property lists.
+/// removes only the designspace, glyphs and property lists; features it may remove, with a UFO that it made.
 bool mayChange(SaveJournal const& journal, JournalEntry const& entry, std::string_view designspaceName);

@@ -1,14 +1,13 @@
 #include "Typloom/Formats/SaveRun.h"
 
+#include "Typloom/Formats/FileAttributes.h"
 #include "Typloom/Formats/FileReading.h"
 
-#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 
 using Kind = JournalEntry::Kind;
 
@@ -53,7 +52,7 @@ std::optional<FormatError> SaveRun::beginJournal()
     if (!isOurs || ::fstat(result, &facts) != 0 || facts.st_nlink == 0) {
         return inTheWay;
     }
-    result = writeWhole(m_journalFile.get(), text);
+    result = writeWhole(m_files, m_journalFile.get(), text);
     result = result < 0 ? result : m_files.synchronize(m_journalFile.get());
     result = result < 0 ? result : m_files.synchronize(place->folder);
     return result < 0 ? undoAfter(failed(result)) : std::nullopt;
@@ -96,7 +95,7 @@ std::optional<FormatError> SaveRun::writeTemporary(std::size_t index)
                                        O_WRONLY | O_CREAT | O_EXCL, 0666);
     FileDescriptor const file(result);
     result = result >= 0 && entry.oldHash ? keepAttributes(place->folder, place->name, file.get()) : result;
-    result = result < 0 ? result : writeWhole(file.get(), content);
+    result = result < 0 ? result : writeWhole(m_files, file.get(), content);
     result = result < 0 ? result : m_files.synchronize(file.get());
     struct stat facts { };
     if (result < 0 || ::fstat(file.get(), &facts) != 0) {
@@ -106,43 +105,11 @@ std::optional<FormatError> SaveRun::writeTemporary(std::size_t index)
     return std::nullopt;
 }
 
-int SaveRun::writeWhole(int file, std::string_view content)
-{
-    while (!content.empty()) {
-        auto const count = m_files.write(file, content);
-        if (count <= 0 && count != -EINTR) {
-            return count == 0 ? -ENOSPC : static_cast<int>(count);
-        }
-        content.remove_prefix(static_cast<std::size_t>(std::max<std::ptrdiff_t>(count, 0)));
-    }
-    return 0;
-}
-
-/// Mode, group and extended attributes of the file that is to be replaced.
+/// What the file has that is to be replaced.
 int SaveRun::keepAttributes(int folder, std::string const& name, int file)
 {
     FileDescriptor const old(m_files.open(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY, 0));
-    struct stat was { };
-    struct stat is { };
-    if (old.get() < 0 || ::fstat(old.get(), &was) != 0 || ::fstat(file, &is) != 0) {
-        return old.get() < 0 ? old.get() : -errno;
-    }
-    // Not everyone may give a file to a group, and not every disk keeps attributes.
-    [[maybe_unused]] int const ignored = was.st_gid == is.st_gid ? 0 : ::fchown(file, uid_t(-1), was.st_gid);
-    std::string names(std::size_t(64) * 1024, '\0');
-    std::string value(names);
-    auto const length = ::flistxattr(old.get(), names.data(), names.size());
-    names.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-    for (char const* attribute = names.c_str(); *attribute != 0;
-         attribute += std::string_view(attribute).size() + 1) {
-        auto const size = ::fgetxattr(old.get(), attribute, value.data(), value.size());
-        if (size >= 0) {
-            ::fsetxattr(file, attribute, value.data(), static_cast<std::size_t>(size), 0);
-        }
-    }
-    constexpr unsigned permissions = 07777;
-    bool const isAlike = (was.st_mode & permissions) == (is.st_mode & permissions);
-    return isAlike ? 0 : m_files.setMode(file, was.st_mode & permissions);
+    return old.get() < 0 ? old.get() : ::keepAttributes(m_files, old.get(), file);
 }
 
 std::optional<FormatError> SaveRun::commit()
@@ -155,7 +122,7 @@ std::optional<FormatError> SaveRun::commit()
             .file = changed.front(), .reason = "another program has just changed it", .verb = "save"
         };
     }
-    int result = writeWhole(m_journalFile.get(), journalCommitLine);
+    int result = writeWhole(m_files, m_journalFile.get(), journalCommitLine);
     result = result < 0 ? result : m_files.synchronize(m_journalFile.get());
     return result < 0 ? std::optional(m_work->folderError(reasonOfWriting(-result))) : std::nullopt;
 }

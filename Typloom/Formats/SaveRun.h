@@ -37,7 +37,6 @@ private:
     std::optional<FormatError> commit();
     std::optional<FormatError> finish();
     std::optional<FormatError> undoAfter(FormatError error);
-    int writeWhole(int file, std::string_view content);
     int keepAttributes(int folder, std::string const& name, int file);
 
     FileSystem& m_files;

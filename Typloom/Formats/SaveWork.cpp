@@ -121,10 +121,16 @@ bool SaveWork::hasReplaced() const
         m_sights.begin(), m_sights.end(), [](Sight const& sight) { return sight.state == State::done; });
 }
 
-bool SaveWork::hasLost() const
+std::vector<std::string> SaveWork::lost() const
 {
-    return std::any_of(
-        m_sights.begin(), m_sights.end(), [](Sight const& sight) { return sight.state == State::lost; });
+    std::vector<std::string> files;
+    for (std::size_t index = 0; index < m_sights.size(); ++index) {
+        if (m_sights[index].state == State::lost) {
+            auto const& entry = m_journal.entries[index];
+            files.push_back(m_roots[entry.root].errorAt(entry.path, {}).file);
+        }
+    }
+    return files;
 }
 
 std::vector<std::string> SaveWork::changedByOthers() const

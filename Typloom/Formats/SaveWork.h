@@ -23,7 +23,8 @@ public:
     /// Looks at how far the work is. To be asked before the three below.
     std::optional<FormatError> look();
     bool hasReplaced() const; ///< It has begun, so it cannot be undone.
-    bool hasLost() const; ///< Temporary files are gone before they were put in place.
+    /// The files whose new content is gone before it was put in place.
+    std::vector<std::string> lost() const;
     /// The files that another program changed since the journal was written.
     std::vector<std::string> changedByOthers() const;
 

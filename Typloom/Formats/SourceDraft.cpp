@@ -4,6 +4,11 @@
 
 #include <algorithm>
 
+TLCoordinates coordinatesOf(TLMasterState const& master)
+{
+    return { master.values.begin(), master.values.end() };
+}
+
 SourceDraft::SourceDraft(FamilyDraft& draft, Family const& family, TLFontState const& after)
     : m_draft(draft)
     , m_after(after)

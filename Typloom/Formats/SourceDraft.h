@@ -13,6 +13,9 @@ struct PlannedSource {
     XmlElement element;
 };
 
+/// Where a master stands, in design coordinates.
+TLCoordinates coordinatesOf(TLMasterState const& master);
+
 /// The sources of a family as a save will leave them, and the layers of UFOs that they bring.
 class SourceDraft {
 public:

@@ -91,17 +91,27 @@ struct TLApplicationController::Impl {
         entries.erase(closed);
     }
 
-    /// Closes one window after the other, until one is to stay open.
+    /// Asks for one window after the other. Only when all may close does any.
     void quit()
     {
-        if (entries.empty()) {
-            return;
+        auto const asked = std::find_if(
+            entries.rbegin(), entries.rend(), [](Entry const& entry) { return !entry.window->mayClose(); });
+        if (asked == entries.rend()) {
+            return closeAll();
         }
-        entries.back().window->requestClose([this](bool isClosed) {
-            if (isClosed) {
-                quit();
+        asked->window->askBeforeClosing([this](bool mayClose) {
+            if (mayClose) {
+                return quit();
             }
+            std::for_each(entries.begin(), entries.end(), [](auto& entry) { entry.window->forgetAnswer(); });
         });
+    }
+
+    void closeAll()
+    {
+        for (auto const& entry : std::vector(entries)) {
+            entry.window->close();
+        }
     }
 
     Outcome open(std::filesystem::path const& path, TLDocumentWindow* preferred)

@@ -40,7 +40,7 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
         addRecentMenu(*file, commands.fillRecent);
     }
     if (commands.save) {
-        file->addAction(commands.save);
+        file->addActions({ commands.save, commands.saveCopy });
     }
     addCommand(*file, "&Close", { QKeySequence("Ctrl+W") }, [&window] { window.close(); });
     file->addSeparator();

@@ -12,6 +12,7 @@ struct TLMenuCommands {
     /// Puts the families that were opened last into a menu that is about to be shown.
     std::function<void(QMenu&)> fillRecent;
     QAction* save { nullptr };
+    QAction* saveCopy { nullptr };
     QAction* undo { nullptr };
     QAction* redo { nullptr };
     std::function<void()> fontInfo;

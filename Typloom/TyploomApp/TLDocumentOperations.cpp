@@ -21,6 +21,18 @@ QString titleFor(TLFont const& font)
     return QString(name).replace("[*]", "[*][*]") + "[*] — Typloom"; // Twice stands for itself.
 }
 
+/// Every glyph of a large family can have its sentence.
+std::vector<std::string> shortened(std::vector<std::string> notes)
+{
+    constexpr std::size_t most = 100;
+    if (notes.size() > most) {
+        auto const more = notes.size() - most;
+        notes.resize(most);
+        notes.push_back("There are " + std::to_string(more) + " more notes like these.");
+    }
+    return notes;
+}
+
 } // namespace
 
 TLDocumentOperations::TLDocumentOperations(
@@ -28,7 +40,8 @@ TLDocumentOperations::TLDocumentOperations(
     : m_state(std::move(state))
     , m_window(window)
     , m_commands(m_state->font(), window)
-    , m_saving(m_state->font(), window, m_commands)
+    , m_copying(m_state->font(), window, m_commands)
+    , m_saving(m_state->font(), window, m_commands, m_copying)
     , m_reloading(m_state->font())
     , m_didNote(std::move(didNote))
 {
@@ -44,12 +57,18 @@ TLDocumentOperations::TLDocumentOperations(
     m_saving.setSaveHandler([this](std::vector<std::string> const& notes) {
         m_reloading.didSave();
         m_saveNotes = notes;
-        m_reloadNotes.clear();
+        m_commandNotes.clear();
+        m_problems.clear();
         m_didNote();
     });
+    m_copying.setOpenHandler([this](std::filesystem::path const& copy) {
+        if (m_window.didChooseFile) {
+            m_window.didChooseFile(copy);
+        }
+    });
     m_reloading.setReloadHandler([this](std::vector<std::string> const& notes) {
-        if (m_reloadNotes != notes) {
-            m_reloadNotes = notes;
+        if (m_problems != notes) {
+            m_problems = notes;
             m_didNote();
         }
     });
@@ -62,6 +81,7 @@ void TLDocumentOperations::addTo(TLMenuCommands& commands)
     commands.undo = m_commands.undoAction();
     commands.redo = m_commands.redoAction();
     commands.save = m_saving.saveAction();
+    commands.saveCopy = m_copying.action();
     commands.fontInfo = [this] { openFontInfo(); };
 }
 
@@ -78,9 +98,8 @@ void TLDocumentOperations::update()
 
 std::vector<std::string> TLDocumentOperations::notes() const
 {
-    auto notes = m_commandNotes;
-    notes.insert(notes.end(), m_saveNotes.begin(), m_saveNotes.end());
-    notes.insert(notes.end(), m_reloadNotes.begin(), m_reloadNotes.end());
+    auto notes = m_saveNotes;
+    notes.insert(notes.end(), m_commandNotes.begin(), m_commandNotes.end());
     return notes;
 }
 
@@ -90,7 +109,7 @@ void TLDocumentOperations::openFontInfo()
         m_fontInfo = std::make_unique<TLFontInfoWindow>(
             m_state, m_window, std::vector { m_commands.undoAction(), m_commands.redoAction() });
         m_fontInfo->setNoteHandler([this](std::vector<std::string> const& notes) {
-            m_commandNotes.insert(m_commandNotes.end(), notes.begin(), notes.end());
+            m_commandNotes = shortened(notes);
             m_didNote();
         });
         installFontInfoCommands();
@@ -109,24 +128,19 @@ void TLDocumentOperations::installFontInfoCommands()
 
 bool TLDocumentOperations::mayClose()
 {
-    if (m_hasAsked) {
+    if (m_closes || m_saving.mayClose()) {
         return true;
     }
-    m_commands.endEditing();
-    if (!m_state->font()->history().isModified()) {
-        return true;
-    }
-    requestClose([](bool) {});
+    m_saving.askBeforeClosing([this](bool mayClose) {
+        if (mayClose) {
+            close();
+        }
+    });
     return false;
 }
 
-void TLDocumentOperations::requestClose(TLDocumentSaving::Answer const& then)
+void TLDocumentOperations::close()
 {
-    m_saving.askBeforeClosing([this, then](bool mayClose) {
-        m_hasAsked = mayClose;
-        if (mayClose) {
-            m_window.close();
-        }
-        then(mayClose);
-    });
+    m_closes = true;
+    m_window.close();
 }

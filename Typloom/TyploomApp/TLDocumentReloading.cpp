@@ -5,6 +5,7 @@
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
 TLDocumentReloading::TLDocumentReloading(std::shared_ptr<TLFont> font)
     : m_font(std::move(font))
@@ -38,14 +39,14 @@ void TLDocumentReloading::didSave()
 
 void TLDocumentReloading::reload()
 {
-    if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-        return m_follower.checkSoon(); // A drag is not disturbed.
+    auto const* const modal = QGuiApplication::modalWindow();
+    bool const isBusy = modal && modal->modality() == Qt::ApplicationModal;
+    if (isBusy || QGuiApplication::mouseButtons() != Qt::NoButton) {
+        return m_follower.checkSoon(); // A drag is not disturbed, nor a command that takes its time.
     }
-    NSApplication::closeTransientPopovers();
-    m_font->history().endStep();
     m_follower.forget(); // What changes while it is read is noticed: it is followed from before.
     m_follower.follow(TLFilesToWatch(*m_font));
-    auto const outcome = TLReloadChangedFiles(m_font);
+    auto const outcome = TLReloadChangedFiles(m_font, [] { NSApplication::closeTransientPopovers(); });
     m_waits = !outcome.sentences.empty();
     follow();
     if (m_didReload) {

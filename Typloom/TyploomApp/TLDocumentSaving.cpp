@@ -3,49 +3,20 @@
 #include "Platform/Qt/Conversions.h"
 #include "Typloom/Formats/FamilySaver.h"
 #include "Typloom/TyploomApp/TLDocumentCommands.h"
+#include "Typloom/TyploomApp/TLDocumentCopying.h"
+#include "Typloom/TyploomApp/TLMessages.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QMessageBox>
 #include <QPushButton>
 
-#include <algorithm>
-
-namespace {
-
-/// More files than a dialog should list.
-constexpr std::size_t mostFiles = 8;
-
-QString listOf(std::vector<std::string> const& files)
-{
-    QStringList lines;
-    for (std::size_t index = 0; index < std::min(files.size(), mostFiles); ++index) {
-        lines.append(toQString(files[index]));
-    }
-    if (files.size() > mostFiles) {
-        lines.append("and " + QString::number(files.size() - mostFiles) + " more");
-    }
-    return lines.join('\n');
-}
-
-/// A message of the window that goes when it has been answered. Other windows can be used meanwhile.
-QMessageBox* makeMessage(QWidget& window, QMessageBox::Icon icon, QString const& text, QString const& details)
-{
-    auto* const box = new QMessageBox(icon, "Typloom", text, QMessageBox::NoButton, &window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(details);
-    return box;
-}
-
-} // namespace
-
-TLDocumentSaving::TLDocumentSaving(
-    std::shared_ptr<TLFont> font, QWidget& window, TLDocumentCommands const& commands)
+TLDocumentSaving::TLDocumentSaving(std::shared_ptr<TLFont> font, QWidget& window,
+    TLDocumentCommands const& commands, TLDocumentCopying& copying)
     : m_font(std::move(font))
     , m_window(window)
     , m_commands(commands)
+    , m_copying(copying)
     , m_save(new QAction("&Save", &window))
 {
     m_save->setShortcut(QKeySequence("Ctrl+S"));
@@ -105,9 +76,11 @@ void TLDocumentSaving::attempt(TLSaveOptions options, Answer const& then)
     case TLSaveOutcome::Kind::failed:
         break;
     }
-    auto* const box = makeMessage(
+    auto* const box = TLMakeMessage(
         m_window, QMessageBox::Critical, "The family was not saved.", toQString(outcome.sentence));
-    box->addButton(QMessageBox::Ok);
+    auto* const copy = box->addButton("Save a Copy…", QMessageBox::ActionRole);
+    box->setDefaultButton(box->addButton(QMessageBox::Ok));
+    QObject::connect(copy, &QPushButton::clicked, &m_window, [this] { m_copying.choose(); });
     box->open();
     then(false);
 }
@@ -116,11 +89,11 @@ void TLDocumentSaving::askWhetherToSave(
     TLSaveOptions options, TLSaveOutcome const& outcome, Answer const& then)
 {
     bool const overwrites = outcome.kind == TLSaveOutcome::Kind::changedByOthers;
-    auto* const box = makeMessage(m_window, QMessageBox::Warning,
+    auto* const box = TLMakeMessage(m_window, QMessageBox::Warning,
         overwrites
             ? "Another program has changed files of the family since they were read. Save over its changes?"
             : "Files of the family lie outside its folder. Save there?",
-        listOf(outcome.files));
+        TLListOf(outcome.files));
     auto const* const goOn
         = box->addButton(overwrites ? "Overwrite" : "Save There", QMessageBox::DestructiveRole);
     auto* const cancel = box->addButton(QMessageBox::Cancel);
@@ -142,17 +115,31 @@ void TLDocumentSaving::ask(QMessageBox& box)
     box.open();
 }
 
-void TLDocumentSaving::askBeforeClosing(Answer const& then)
+bool TLDocumentSaving::mayClose() const
 {
     m_commands.endEditing();
-    if (!m_font->history().isModified()) {
+    return !m_font->history().isModified() || m_discarded == changesNow();
+}
+
+TLDocumentSaving::Changes TLDocumentSaving::changesNow() const
+{
+    Changes changes { m_font->state(), {} };
+    for (auto const& [name, before] : m_font->history().modifiedGlyphs()) {
+        changes.second.emplace(name, m_font->loadedGlyphForName(name)->state());
+    }
+    return changes;
+}
+
+void TLDocumentSaving::askBeforeClosing(Answer const& then)
+{
+    if (mayClose()) {
         return then(true);
     }
     if (showsQuestion()) {
         m_question->raise();
         return then(false);
     }
-    auto* const box = makeMessage(m_window, QMessageBox::Warning,
+    auto* const box = TLMakeMessage(m_window, QMessageBox::Warning,
         "Save the changes to " + toQString(m_font->familyName()) + "?",
         "Without saving, your changes are lost.");
     auto* const save = box->addButton(QMessageBox::Save);
@@ -161,6 +148,9 @@ void TLDocumentSaving::askBeforeClosing(Answer const& then)
     box->setEscapeButton(box->addButton(QMessageBox::Cancel));
     QObject::connect(box, &QMessageBox::finished, &m_window, [this, box, save, discard, then] {
         auto const* const chosen = box->clickedButton();
+        if (chosen == discard) {
+            m_discarded = changesNow();
+        }
         chosen == save ? attempt({}, then) : then(chosen == discard);
     });
     ask(*box);

@@ -48,7 +48,7 @@ public:
     /// The outline of the edited glyph as it is drawn: the layer's, or the interpolated one. None when
     /// no glyph is edited.
     std::optional<TLOutline> editedOutline() const;
-    /// What the window lists as not read: sentences of its own first, then the family's.
+    /// What the window lists: what could not be read, its own sentences first, then the family's; then notes.
     std::vector<std::string> report() const;
     void addToReport(std::string sentence);
     /// Tells the user one sentence in a dialog of the window.
@@ -60,9 +60,15 @@ public:
     void setCloseHandler(std::function<void()> handler);
     /// Called when the user wants the program to end.
     void setQuitHandler(std::function<void()> handler);
-    /// Closes the window as its user does: unsaved changes are asked about, and `then` is told in the end
-    /// whether it has closed. Destroying the window asks nothing.
-    void requestClose(std::function<void(bool isClosed)> const& then);
+    /// Whether nothing is to be asked before the window closes: there are no unsaved changes, or the user has
+    /// given them up.
+    bool mayClose() const;
+    /// Asks what is to become of unsaved changes. `then` is told whether the window may close; it does not.
+    void askBeforeClosing(std::function<void(bool mayClose)> const& then);
+    /// The user has not given up any changes after all.
+    void forgetAnswer();
+    /// Asks nothing; nor does destroying the window.
+    void close();
 
 private:
     struct Impl;

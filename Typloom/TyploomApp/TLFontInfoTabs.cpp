@@ -7,12 +7,12 @@
 #include "Typloom/TyploomApp/TLNumberText.h"
 #include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
-#include "Typloom/TyploomCore/TLFontCommands.h"
 #include "Typloom/TyploomCore/TLLayerMatching.h"
 
-#include <QApplication>
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressDialog>
 #include <QPushButton>
 
 #include <algorithm>
@@ -179,8 +179,8 @@ void TLFontInfoMastersTab::take(std::size_t row, std::size_t column, std::string
         return takeValue(*master, *font().canonicalAxes()[column - 1], text);
     }
     auto const name = trimmed(text);
-    if (name.empty()) {
-        return say("A master needs a name.");
+    if (auto const reason = TLReasonAgainstMasterName(font(), name, master.get())) {
+        return say(reason);
     }
     font().history().endStep();
     master->setName(name);
@@ -201,15 +201,36 @@ void TLFontInfoMastersTab::takeValue(TLFontMaster& master, TLAxis const& axis, s
     font().history().endStep();
 }
 
+/// Every glyph is read and drawn, which takes a while in a large family.
+TLAddedMaster TLFontInfoMastersTab::addMasterWithProgress()
+{
+    QProgressDialog progress("Drawing the glyphs of the new master…", "Stop", 0, 0, this);
+    progress.setWindowTitle("Add Master");
+    progress.setWindowModality(Qt::ApplicationModal); // Nothing may change meanwhile.
+    progress.setMinimumDuration(500);
+    progress.setAutoReset(false);
+    QElapsedTimer sinceShown;
+    sinceShown.start();
+    return TLAddMaster(
+        state().font(), "New Master", state().fontPlace(), [&](std::size_t done, std::size_t steps) {
+            constexpr int tick = 50; // Milliseconds.
+            if (done < steps && sinceShown.elapsed() < tick) {
+                return true;
+            }
+            sinceShown.restart();
+            progress.setMaximum(static_cast<int>(steps));
+            progress.setValue(static_cast<int>(done)); // Handles events: the dialog can be stopped.
+            return !progress.wasCanceled();
+        });
+}
+
 void TLFontInfoMastersTab::addMaster()
 {
     endEditing();
     say(std::nullopt);
-    QApplication::setOverrideCursor(Qt::WaitCursor); // Every glyph is read.
-    auto const added = TLAddMaster(state().font(), "New Master", state().fontPlace());
-    QApplication::restoreOverrideCursor();
+    auto const added = addMasterWithProgress();
     if (!added.master) {
-        return say(added.problem);
+        return say(added.problem.empty() ? std::nullopt : std::optional(added.problem));
     }
     auto const index = font().indexOfObjectInAllMasters(added.master);
     state().setMasterIndex(index);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Typloom/TyploomApp/TLEditState.h"
+#include "Typloom/TyploomCore/TLFontCommands.h"
 
 #include <QWidget>
 
@@ -59,6 +60,7 @@ private:
     void take(std::size_t row, std::size_t column, std::string const& text) override;
     void takeValue(TLFontMaster& master, TLAxis const& axis, std::string const& text);
     void addMaster();
+    TLAddedMaster addMasterWithProgress();
 
     QLabel* m_place;
     QPushButton* m_addButton;

@@ -40,25 +40,41 @@ protected:
     }
 };
 
-void showSentences(QWidget* parent, std::vector<std::string> const& sentences)
+void addList(QVBoxLayout& layout, QString const& title, std::vector<std::string> const& sentences)
 {
-    auto* const dialog = new QDialog(parent->window());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle("Report on the family");
-    dialog->resize(640, 320);
+    if (sentences.empty()) {
+        return;
+    }
     auto* const list = new QListWidget;
-    list->setAccessibleName("Problems");
+    list->setAccessibleName(title);
     list->setWordWrap(true);
     list->setAlternatingRowColors(true);
     for (auto const& sentence : sentences) {
         list->addItem(toQString(sentence));
     }
+    layout.addWidget(new QLabel(title));
+    layout.addWidget(list);
+}
+
+void showSentences(
+    QWidget* parent, std::vector<std::string> const& problems, std::vector<std::string> const& notes)
+{
+    auto* const dialog = new QDialog(parent->window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle("Report on the family");
+    dialog->resize(640, 360);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     auto* const layout = new QVBoxLayout(dialog);
-    layout->addWidget(list);
+    addList(*layout, "Problems", problems);
+    addList(*layout, "Notes", notes);
     layout->addWidget(buttons);
     dialog->open();
+}
+
+QString counted(std::size_t count, QString const& noun)
+{
+    return count == 0 ? QString() : QString("%1 %2%3").arg(count).arg(noun, count == 1 ? "" : "s");
 }
 
 } // namespace
@@ -70,7 +86,7 @@ struct TLStatusStrip::Impl {
     QPushButton* offerButton { new QPushButton };
     QPointer<QAction> offer;
     QPushButton* reportButton { new QPushButton };
-    std::vector<std::string> sentences;
+    std::vector<std::string> problems, notes;
 };
 
 TLStatusStrip::TLStatusStrip()
@@ -102,11 +118,10 @@ TLStatusStrip::TLStatusStrip()
     auto* const button = m_impl->reportButton;
     button->setFocusPolicy(Qt::TabFocus);
     button->setFlat(true);
-    button->setIcon(button->style()->standardIcon(QStyle::SP_MessageBoxWarning));
     button->setToolTip("What of the family could not be read, and what else there is to know");
     button->hide();
     QObject::connect(button, &QPushButton::clicked, button,
-        [impl = m_impl.get()] { showSentences(impl->widget, impl->sentences); });
+        [impl = m_impl.get()] { showSentences(impl->widget, impl->problems, impl->notes); });
 
     auto* const layout = new QHBoxLayout(m_impl->widget);
     layout->setContentsMargins(12, 4, 8, 4);
@@ -159,14 +174,19 @@ std::string TLStatusStrip::text() const
     return fromQString(m_impl->label->text());
 }
 
-void TLStatusStrip::setReport(std::vector<std::string> sentences)
+void TLStatusStrip::setReport(std::vector<std::string> problems, std::vector<std::string> notes)
 {
-    if (sentences == m_impl->sentences) {
+    if (problems == m_impl->problems && notes == m_impl->notes) {
         return;
     }
-    m_impl->sentences = std::move(sentences);
-    auto const count = m_impl->sentences.size();
-    m_impl->reportButton->setText(
-        count == 1 ? QString("1 problem…") : QString("%1 problems…").arg(static_cast<qulonglong>(count)));
-    m_impl->reportButton->setVisible(count > 0);
+    m_impl->problems = std::move(problems);
+    m_impl->notes = std::move(notes);
+    auto parts
+        = QStringList { counted(m_impl->problems.size(), "problem"), counted(m_impl->notes.size(), "note") };
+    parts.removeAll(QString());
+    auto* const button = m_impl->reportButton;
+    button->setText(parts.join(", ") + "…");
+    button->setIcon(button->style()->standardIcon(
+        m_impl->problems.empty() ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning));
+    button->setVisible(!parts.isEmpty());
 }

@@ -24,8 +24,8 @@ public:
     void setOffer(QAction* action);
     /// Puts a control at the end of the strip, before the button of the report.
     void addControl(QWidget* control);
-    /// A button tells how many sentences there are, and opens a list of them; hidden when there are none.
-    void setReport(std::vector<std::string> sentences);
+    /// A button tells how many sentences there are, and opens lists of them; hidden when there are none.
+    void setReport(std::vector<std::string> problems, std::vector<std::string> notes);
 
 private:
     struct Impl;

@@ -212,11 +212,11 @@ void TLFont::restore(TLFontState const& state)
 
 std::shared_ptr<TLGlyph> TLFont::glyphForName(std::string_view name) const
 {
-    if (auto const known = m_glyphs.find(name); known != m_glyphs.end()) {
-        return known->second;
-    }
-    if (!m_source) {
-        return nullptr;
+    auto const known = m_glyphs.find(name);
+    bool const isSettled
+        = known != m_glyphs.end() && (known->second || !m_source || !m_source->mayReadLater(name));
+    if (isSettled || !m_source) {
+        return isSettled ? known->second : nullptr;
     }
     std::vector<std::string> report;
     std::shared_ptr<TLGlyph> glyph;

@@ -21,6 +21,14 @@ public:
     virtual std::shared_ptr<TLGlyph> loadGlyph(
         std::shared_ptr<TLFont> const& font, std::string_view name, std::vector<std::string>& report)
         = 0;
+    /// Whether a glyph that could not be read was kept from it by what may pass: its folder away, a disk at
+    /// fault.
+    virtual bool mayReadLater(std::string_view /*name*/) const { return false; }
+    /// Why files have no place for another layer of a master's glyphs, a sentence; none when they have.
+    virtual std::optional<std::string> reasonAgainstNewLayer(std::string_view /*masterId*/) const
+    {
+        return std::nullopt;
+    }
     /// The glyph that a character shows; none when no glyph has it.
     virtual std::optional<std::string> glyphNameForCharacter(char32_t character) = 0;
     /// The glyphs that have a variable component in any of their layers. Can read every glyph's file.

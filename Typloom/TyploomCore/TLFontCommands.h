@@ -18,9 +18,16 @@ TYPLOOM_API TLLocation TLPlaceForMaster(TLFont const& font, TLLocation const& pl
 /// need be, gets a layer of it that looks as the glyph does there; one that cannot be interpolated looks as
 /// its nearest source.
 ///
-/// None is added without a name, or where a master or any glyph's intermediate layer stands already.
-TYPLOOM_API TLAddedMaster TLAddMaster(
-    std::shared_ptr<TLFont> const& font, std::string const& name, TLLocation const& place);
+/// A name that another master has gets a number. None is added without a name, or where a master or any
+/// glyph's intermediate layer stands already. `goesOn` is asked after each glyph and told how many of how
+/// many steps are done; when it says no, nothing changes and there is no problem to tell.
+using TLMasterProgress = std::function<bool(std::size_t done, std::size_t steps)>;
+TYPLOOM_API TLAddedMaster TLAddMaster(std::shared_ptr<TLFont> const& font, std::string const& name,
+    TLLocation const& place, TLMasterProgress const& goesOn = {});
+
+/// Why a master cannot be called that, a sentence; none when it can. `except` has the name now.
+TYPLOOM_API std::optional<std::string> TLReasonAgainstMasterName(
+    TLFont const& font, std::string_view name, TLFontMaster const* except = nullptr);
 
 /// Why a master cannot stand on another value of an axis, a sentence; none when it can.
 TYPLOOM_API std::optional<std::string> TLReasonAgainstMasterValue(

@@ -49,18 +49,7 @@ std::shared_ptr<TLFontMaster> masterFor(
     if (auto const given = font.fontMasterForId(masterId)) {
         return given;
     }
-    auto const distance = [&](std::shared_ptr<TLFontMaster> const& master) {
-        double sum = 0;
-        for (auto const& axis : font.canonicalAxes()) {
-            auto const target = TLLocationNumber(place, axis->axisId()).value_or(axis->defaultValue());
-            auto const length = axis->maximum() - axis->minimum();
-            auto const step = master->axisInternalValueValueForId(axis->axisId()) - target;
-            sum += length > 0 ? std::pow(step / length, 2) : 0;
-        }
-        return sum;
-    };
-    auto const nearest = std::ranges::min_element(font.fontMasters(), {}, distance);
-    return nearest == font.fontMasters().end() ? nullptr : *nearest;
+    return TLMasterNearestTo(font, place);
 }
 
 /// "weight=550,flip=100": the axes away from their default. On the default of all the master's name.
@@ -157,6 +146,12 @@ TLAddedLayer TLAddIntermediateLayer(TLGlyph& glyph, TLLocation const& place, std
         return { nullptr, "The glyph '" + glyph.name() + "' has no layer to begin with." };
     }
     auto const master = masterFor(*font, place, masterId);
+    auto const reason = font->glyphSource() && master
+        ? font->glyphSource()->reasonAgainstNewLayer(master->id())
+        : std::nullopt;
+    if (reason) {
+        return { nullptr, *reason };
+    }
     auto data = std::make_shared<TLLayer::Data>();
     data->layerId = TLFreshIdentifier();
     data->associatedMasterId = master ? std::optional(master->id()) : std::nullopt;

@@ -15,7 +15,8 @@ struct TLAddedLayer {
 /// the font's axes, otherwise to the given one, and if there is no such master to the nearest.
 ///
 /// Where an intermediate layer stands already none is added, but for a master's place: there a layer waits
-/// for its coordinate on an axis of the glyph's own.
+/// for its coordinate on an axis of the glyph's own. None is added either where the master's files can't hold
+/// it.
 TYPLOOM_API TLAddedLayer TLAddIntermediateLayer(
     TLGlyph& glyph, TLLocation const& place, std::string_view masterId);
 

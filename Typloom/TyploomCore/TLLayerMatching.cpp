@@ -3,6 +3,7 @@
 #include "Typloom/TyploomCore/TLPlaceReader.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -40,6 +41,22 @@ std::shared_ptr<TLFontMaster> TLMasterAtPlace(TLFont const& font, TLLocation con
     auto const found = std::find_if(
         masters.begin(), masters.end(), [&search](auto const& master) { return search.finds(*master); });
     return found == masters.end() ? nullptr : *found;
+}
+
+std::shared_ptr<TLFontMaster> TLMasterNearestTo(TLFont const& font, TLLocation const& place)
+{
+    auto const distance = [&](std::shared_ptr<TLFontMaster> const& master) {
+        double sum = 0;
+        for (auto const& axis : font.canonicalAxes()) {
+            auto const target = TLLocationNumber(place, axis->axisId()).value_or(axis->defaultValue());
+            auto const length = axis->maximum() - axis->minimum();
+            auto const step = master->axisInternalValueValueForId(axis->axisId()) - target;
+            sum += length > 0 ? std::pow(step / length, 2) : 0;
+        }
+        return sum;
+    };
+    auto const nearest = std::ranges::min_element(font.fontMasters(), {}, distance);
+    return nearest == font.fontMasters().end() ? nullptr : *nearest;
 }
 
 TLLocation TLCompletedPlace(std::vector<std::shared_ptr<TLAxis>> const& axes, TLLocation const& place)

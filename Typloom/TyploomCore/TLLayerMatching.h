@@ -12,6 +12,9 @@ TYPLOOM_API std::shared_ptr<TLLayer> TLLayerAtPlace(
 /// The first master that stands at a place; null when there is none.
 TYPLOOM_API std::shared_ptr<TLFontMaster> TLMasterAtPlace(TLFont const& font, TLLocation const& place);
 
+/// The master nearest to a place, in lengths of the axes; null when there is none.
+TYPLOOM_API std::shared_ptr<TLFontMaster> TLMasterNearestTo(TLFont const& font, TLLocation const& place);
+
 /// The place with an entry for each of the axes: its default where the place names no number.
 TYPLOOM_API TLLocation TLCompletedPlace(
     std::vector<std::shared_ptr<TLAxis>> const& axes, TLLocation const& place);
