@@ -11,8 +11,15 @@ SliderDrag::SliderDrag(BenchWindow& window, std::shared_ptr<AxisCellView> row)
     : m_window(window)
     , m_row(std::move(row))
 {
+    qtWidget(view())->installEventFilter(this);
     post(QEvent::MouseButtonPress, 0.3);
     QApplication::processEvents();
+}
+
+bool SliderDrag::eventFilter(QObject* object, QEvent* event)
+{
+    m_paints += event->type() == QEvent::Paint;
+    return QObject::eventFilter(object, event);
 }
 
 SliderDrag::~SliderDrag()

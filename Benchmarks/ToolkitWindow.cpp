@@ -6,8 +6,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyle>
-#include <QStyleOptionSlider>
 #include <QToolButton>
 
 static QPainterPath pathOf(TLOutline const& outline)
@@ -96,14 +94,7 @@ void ToolkitWindow::addRow()
     layout->addWidget(new QToolButton);
     layout->addWidget(new QToolButton);
     row->setGeometry(0, 100, 300, 60);
-    QApplication::processEvents();
-    QStyleOptionSlider option;
-    option.initFrom(m_slider);
-    option.maximum = m_slider->maximum();
-    option.subControls = QStyle::SC_All;
-    auto const handle
-        = m_slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, m_slider);
-    m_handle = handle.center().x();
+    m_slider->installEventFilter(this);
     QObject::connect(m_slider, &QSlider::valueChanged, m_canvas, [this, number](int value) {
         number->setText(QString::number(value / 10.0));
         m_canvas->place = std::size_t(value) % 2;
@@ -111,15 +102,23 @@ void ToolkitWindow::addRow()
     });
 }
 
+/// The knob follows the mouse as a drag's does, wherever the style would have it held.
+bool ToolkitWindow::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() != QEvent::MouseMove) {
+        return QObject::eventFilter(object, event);
+    }
+    m_slider->setValue(int(static_cast<QMouseEvent*>(event)->position().x() * 50));
+    return true;
+}
+
 void ToolkitWindow::tick(std::size_t number)
 {
     // There and back, by whole pixels: the toolkit's slider has whole numbers.
     auto const step = int(number % 90);
-    QPointF const place(double(m_handle + (step < 45 ? step : 90 - step)), m_slider->height() / 2.0);
+    QPointF const place(20 + (step < 45 ? step : 90 - step), m_slider->height() / 2.0);
     auto const global = m_slider->mapToGlobal(place);
-    auto const type = number == 1 ? QEvent::MouseButtonPress : QEvent::MouseMove;
-    QCoreApplication::postEvent(m_slider,
-        new QMouseEvent(
-            type, place, global, number == 1 ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, {}));
+    QCoreApplication::postEvent(
+        m_slider, new QMouseEvent(QEvent::MouseMove, place, global, Qt::NoButton, Qt::LeftButton, {}));
     QApplication::processEvents();
 }

@@ -11,13 +11,16 @@
 
 /// What the toolkit alone takes: a slider, one row with a name, a number and two buttons, and the paths of a
 /// line of glyphs painted, at one of two places in turn.
-class ToolkitWindow {
+class ToolkitWindow : public QObject {
 public:
     ToolkitWindow(QSize windowSize, QRect viewGeometry, std::size_t glyphs, double pointsPerUnit);
     ~ToolkitWindow();
     /// An event at the slider, and all that follows up to the painted window.
     void tick(std::size_t number);
     std::size_t countOfPaints() const;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     class Canvas;
@@ -26,5 +29,4 @@ private:
     QWidget m_window;
     Canvas* m_canvas;
     QSlider* m_slider { nullptr };
-    int m_handle { 0 }; ///< The handle's centre at the lowest value.
 };
