@@ -23,7 +23,7 @@ std::vector<Entry> entriesFor(TLEditState const& state)
 {
     std::vector<Entry> entries;
     for (auto const& master : state.font()->fontMasters()) {
-        entries.push_back({ master->id(), master->name(), entries.size() });
+        entries.push_back({ master->id(), TLShownName(master->name()), entries.size() });
     }
     if (auto const& glyph = state.editedGlyph()) {
         for (auto const& [layerId, layer] : glyph->layers()) {
