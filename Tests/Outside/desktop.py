@@ -23,7 +23,7 @@ def missing_programs():
 def start_display(log):
     """The display's process and name, or None and why there is none."""
     reading, writing = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1400x900x24", "-nolisten", "tcp"],
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1400x900x24", "-nolisten", "tcp", "-noreset"],
                               pass_fds=[writing], stdout=log, stderr=log)
     os.close(writing)
     ready, _, _ = select.select([reading], [], [], 60)
