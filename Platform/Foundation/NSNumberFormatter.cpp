@@ -83,11 +83,23 @@ static bool isDirectionMark(QChar character)
     return character == QChar(0x200E) || character == QChar(0x200F) || character == QChar(0x061C);
 }
 
-/// The text in plain digits with a full stop: digits of any script, the locale's decimal separator.
-static std::string plainNumberText(QString const& text, QLocale const& locale)
+static QString withoutDirectionMarks(QString text)
 {
-    QString plain = text;
-    plain.replace(locale.decimalPoint(), QStringLiteral(".")).replace(QChar(0x2212), QChar('-'));
+    return text.removeIf(isDirectionMark);
+}
+
+/// The text in plain digits with a full stop: digits and signs of any script, and a comma or a full stop
+/// for the decimals. Nothing separates groups, so that 1.500 and 1,500 mean one and a half everywhere.
+static std::string plainNumberText(QString plain, QLocale const& locale)
+{
+    for (auto const& sign : { withoutDirectionMarks(locale.negativeSign()), QString(QChar(0x2212)) }) {
+        plain.replace(sign, QStringLiteral("-"));
+    }
+    plain.replace(withoutDirectionMarks(locale.positiveSign()), QStringLiteral("+"));
+    plain.replace(locale.decimalPoint(), QStringLiteral("."));
+    for (QChar const separator : { QChar(','), QChar(0x066B) }) {
+        plain.replace(separator, QChar('.'));
+    }
     for (QChar& character : plain) {
         if (int const digit = character.digitValue(); digit >= 0 && character.isDigit()) {
             character = QChar('0' + digit);
@@ -98,25 +110,13 @@ static std::string plainNumberText(QString const& text, QLocale const& locale)
 
 std::optional<double> NSNumberFormatter::numberFromString(std::string_view text) const
 {
-    QLocale const locale;
-    QString typed = toQString(NSStringByTrimming(text, NSCharacterSet::whitespaceAndNewlines));
-    typed.removeIf(isDirectionMark);
-    if (locale.groupSeparator().at(0).isSpace()) {
-        // Of the blanks that separate groups a keyboard has but one.
-        for (QChar const blank : { QChar(' '), QChar(0x00A0), QChar(0x202F) }) {
-            typed.replace(blank, locale.groupSeparator());
-        }
-    }
-    bool isNumber = false;
-    std::optional<double> number = locale.toDouble(typed, &isNumber);
-    if (!isNumber) {
-        number = NSNumberFromText(plainNumberText(typed, locale));
-    }
-    if (!number || !std::isfinite(*number)) {
+    auto const typed = toQString(NSStringByTrimming(text, NSCharacterSet::whitespaceAndNewlines));
+    auto const number = NSNumberFromText(plainNumberText(withoutDirectionMarks(typed), QLocale()));
+    if (!number) {
         return std::nullopt;
     }
-    *number = std::max(*number, m_minimum.value_or(*number));
-    return std::min(*number, m_maximum.value_or(*number)) + 0.0;
+    auto const atLeast = std::max(*number, m_minimum.value_or(*number));
+    return std::min(atLeast, m_maximum.value_or(atLeast)) + 0.0;
 }
 
 std::string NSNumberDescription(double number)

@@ -22,8 +22,8 @@ public:
     std::optional<std::string> stringFromNumber(double number) const;
 
     /// The number that the whole text stands for, brought into minimum and maximum. Blanks around
-    /// it are ignored; a full stop is read as the decimal separator too where the locale
-    /// gives it no meaning of its own in that place. None for text that is no finite number.
+    /// it are ignored; in every locale comma and full stop are both read as the decimal separator,
+    /// and none that separates groups. None for text that is no finite number.
     std::optional<double> numberFromString(std::string_view text) const;
 
 private:

@@ -88,21 +88,20 @@ TEST_F(NSNumberFormatterTest, whatTheLocaleWritesIsReadBackBitByBit)
     }
 }
 
-TEST_F(NSNumberFormatterTest, aFullStopIsADecimalSeparatorWhereTheLocaleHasNoOtherUseForIt)
+TEST_F(NSNumberFormatterTest, commaAndFullStopAreDecimalSeparatorsEverywhereAndNothingSeparatesGroups)
 {
-    NSSetCurrentLocale("de_DE");
-    EXPECT_EQ(formatter.numberFromString("1.5"), 1.5);
-    EXPECT_EQ(formatter.numberFromString("1.234,5"), 1234.5); // Here it separates groups.
-    EXPECT_EQ(formatter.numberFromString("1.234"), 1234);
-    EXPECT_EQ(formatter.numberFromString("1.2,5"), std::nullopt);
-    NSSetCurrentLocale("fr_FR");
-    EXPECT_EQ(formatter.numberFromString("1.5"), 1.5);
-    EXPECT_EQ(formatter.numberFromString("1\u00A0234,5"), 1234.5);
-    EXPECT_EQ(formatter.numberFromString("1 234,5"), 1234.5);
-    NSSetCurrentLocale("ar_EG");
-    EXPECT_EQ(formatter.numberFromString("1.5"), 1.5);
-    EXPECT_EQ(formatter.numberFromString("\u0661.\u0665"), 1.5);
-    EXPECT_EQ(formatter.numberFromString("-\u0661\u066B\u0665"), -1.5);
+    for (char const* locale : { "en_US", "de_DE", "fr_FR", "sv_SE", "ar_EG", "hi_IN", "de_CH" }) {
+        NSSetCurrentLocale(locale);
+        for (char const* text : { "1.5", "1,5", "\u0661\u066B\u0665", "\u0661.\u0665", "+1,50", " 1.500 " }) {
+            EXPECT_EQ(formatter.numberFromString(text), 1.5) << locale << ' ' << text;
+        }
+        EXPECT_EQ(formatter.numberFromString(",5"), 0.5) << locale;
+        EXPECT_EQ(formatter.numberFromString("\u22121,"), -1) << locale;
+        for (char const* text : { "1.234,5", "1,234.5", "1 234", "1\u00A0234,5", "1\u202F234", "1'234",
+                 "1\u2019234", "1,2,3", "1.2,5" }) {
+            EXPECT_EQ(formatter.numberFromString(text), std::nullopt) << locale << ' ' << text;
+        }
+    }
 }
 
 TEST_F(NSNumberFormatterTest, onlyAWholeFiniteNumberIsRead)
@@ -110,7 +109,7 @@ TEST_F(NSNumberFormatterTest, onlyAWholeFiniteNumberIsRead)
     EXPECT_EQ(formatter.numberFromString(" \t+7 \n"), 7);
     EXPECT_EQ(formatter.numberFromString("1.5e3"), 1500);
     for (char const* text :
-        { "", " ", "abc", "1.5 pt", "0x10", "inf", "nan", "1e400", "1.2.3", "--1", "1,5", "+" }) {
+        { "", " ", "abc", "1.5 pt", "0x10", "inf", "nan", "1e400", "1.2.3", "--1", "+" }) {
         EXPECT_EQ(formatter.numberFromString(text), std::nullopt) << text;
     }
 }
