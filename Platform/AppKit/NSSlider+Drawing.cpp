@@ -85,8 +85,7 @@ void NSSlider::drawKnob()
     auto& context = *CGContext::current();
     NSPoint const centre { positionForValue(doubleValue()), trackY() };
     if (isFirstResponder()) {
-        fill(context, disc(centre, knobRadius + focusRingWidth),
-            NSColor::controlAccentColor().withAlpha(0.45));
+        fill(context, disc(centre, knobRadius + focusRingWidth), NSColor::controlAccentColor());
     }
     // A ring in the background's colour sets the knob off from the track and the marks.
     fill(context, disc(centre, knobRadius), NSColor::controlBackgroundColor());

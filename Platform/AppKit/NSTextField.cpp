@@ -4,6 +4,7 @@
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/DrawingConversions.h"
 #include "Platform/Qt/NSTextFieldBacking.h"
+#include "Platform/Qt/TextColor.h"
 
 static NSTextFieldBacking& fieldBacking(NSTextField const& field)
 {
@@ -91,16 +92,9 @@ void NSTextField::setPlaceholderString(std::optional<std::string> text)
 
 void NSTextField::setTextColor(NSColor color)
 {
-    // Disabled text keeps the palette's own grey.
-    auto* widget = qtWidget(*this);
-    if (!widget) {
-        return;
+    if (auto* const widget = qtWidget(*this)) {
+        setTextColorOf(*widget, isEditable() ? QPalette::Text : QPalette::WindowText, color);
     }
-    auto palette = widget->palette();
-    for (auto const group : { QPalette::Active, QPalette::Inactive }) {
-        palette.setColor(group, isEditable() ? QPalette::Text : QPalette::WindowText, toQColor(color));
-    }
-    widget->setPalette(palette);
 }
 
 void NSTextField::setLineBreakMode(NSLineBreakMode mode)

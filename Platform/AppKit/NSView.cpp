@@ -166,7 +166,8 @@ void NSView::setHidden(bool hidden)
         return;
     }
     m_backing->hidden = hidden;
-    if (auto* widget = qtWidget(*this); widget && dynamic_cast<NSControl*>(this)) {
+    auto* const widget = qtWidget(*this);
+    if (widget && dynamic_cast<NSControl*>(this) && !widget->property("givesWayWhenHidden").toBool()) {
         // A control that is hidden leaves its place empty: its neighbours stay where they are.
         auto policy = widget->sizePolicy();
         policy.setRetainSizeWhenHidden(true);

@@ -2,6 +2,7 @@
 
 #include "Platform/AppKit/NSTextField.h"
 #include "Platform/AppKit/RowDifference.h"
+#include "Platform/Qt/RowToolTip.h"
 #include "Platform/Qt/TabOrder.h"
 #include "Platform/Qt/Tracking.h"
 
@@ -41,6 +42,7 @@ NSTableViewBacking::~NSTableViewBacking()
 {
     if (widget) {
         m_scroller->hooks = {};
+        m_rowToolTip.reset();
     }
 }
 
@@ -59,6 +61,8 @@ void NSTableViewBacking::attach(NSView& owner)
             },
         .holdEnded = [this] { tileLater(); },
     };
+    m_rowToolTip = std::make_unique<RowToolTip>(*this);
+    m_scroller->viewport()->installEventFilter(m_rowToolTip.get());
 }
 
 QWidget* NSTableViewBacking::subviewParent()

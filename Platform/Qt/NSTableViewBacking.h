@@ -80,6 +80,7 @@ private:
     void tileLater();
 
     QPointer<QtTableView> m_scroller;
+    std::unique_ptr<QObject> m_rowToolTip;
     NSEdgeInsets m_insets;
     std::unordered_map<std::uint64_t, RowView> m_live; ///< By the rows' tokens.
     std::set<std::uint64_t> m_making;

@@ -48,7 +48,7 @@ void NSTextFieldBacking::attach(NSView& owner)
 
 QString NSTextFieldBacking::text() const
 {
-    return !widget ? QString() : field ? field->text() : label->wholeText();
+    return !widget ? QString() : field ? field->text() : label->text();
 }
 
 void NSTextFieldBacking::show(QString const& text)
@@ -59,7 +59,9 @@ void NSTextFieldBacking::show(QString const& text)
         return;
     }
     if (label) {
-        return label->show(text);
+        label->setText(text);
+        label->textDidChange();
+        return;
     }
     bool const wasSelected = field->hasSelectedText() && field->selectedText() == field->text();
     field->setText(text);
@@ -165,14 +167,28 @@ static bool isInTransientPopover(QWidget const& widget)
     return popover && popover->isTransient();
 }
 
+/// The key goes on to whoever shows the field, and takes the keyboard back.
+bool NSTextFieldBacking::cancelSearch()
+{
+    if (!text().isEmpty()) {
+        auto const keep = owner().sharedAs<NSTextField>();
+        show(QString());
+        notifyChange();
+    }
+    return false;
+}
+
 bool NSTextFieldBacking::cancel()
 {
-    if (isSearchField ? text().isEmpty() : !m_edited || isInTransientPopover(*field)) {
+    if (isSearchField) {
+        return cancelSearch();
+    }
+    if (!m_edited || isInTransientPopover(*field)) {
         return false;
     }
     auto const keep = owner().sharedAs<NSTextField>();
-    bool const changes = isSearchField || text() != m_committed;
-    show(isSearchField ? QString() : QString(m_committed));
+    bool const changes = text() != m_committed;
+    show(QString(m_committed));
     field->selectAll();
     if (changes) {
         notifyChange();

@@ -43,6 +43,7 @@ private:
     void commit(Commit how);
     void forgetTyping() const;
     bool cancel();
+    bool cancelSearch();
     bool step(double direction, bool big);
     void endEditing();
 

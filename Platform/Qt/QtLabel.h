@@ -4,8 +4,7 @@
 #include <QPointer>
 
 /// A label of plain text. One that does not wrap ends in an ellipsis where its text does not fit,
-/// and tells the whole text in its tool tip then, unless it has been given another one. Of a text longer than
-/// any line, neither shows more than the beginning.
+/// and tells the whole text in its tool tip then, unless it has been given another one.
 class QtLabel final : public QLabel {
     Q_OBJECT
 public:
@@ -14,9 +13,8 @@ public:
     /// Gives the widget this label's text as its accessible name, without a colon at its end, and again
     /// whenever the text changes.
     void name(QWidget& widget);
-    /// A text of any length; the tool tip and the names that hang on the text go with it.
-    void show(QString const& text);
-    QString wholeText() const;
+    /// Brings the tool tip and the names that hang on the text up to date after a change of it.
+    void textDidChange();
 
     QSize minimumSizeHint() const override;
 
@@ -28,9 +26,7 @@ protected:
 private:
     QString shownText() const;
     void updateElision();
-    void textDidChange();
 
-    QString m_wholeText; ///< As it was given to `show`.
     QString m_ownToolTip;
     QList<QPointer<QWidget>> m_named;
 };

@@ -5,6 +5,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QToolTip>
 
 static std::string_view selectorForKey(QKeyEvent const& event)
 {
@@ -31,6 +32,22 @@ static std::string_view selectorForKey(QKeyEvent const& event)
     }
 }
 
+QSize QtTextField::sizeHint() const
+{
+    auto const hint = QLineEdit::sizeHint();
+    if (property("formatter").toString() != "number") {
+        return hint;
+    }
+    constexpr int frame = 16;
+    return { fontMetrics().horizontalAdvance(QStringLiteral("00000")) + frame, hint.height() };
+}
+
+bool QtTextField::showsWholeText() const
+{
+    constexpr int frame = 8;
+    return fontMetrics().horizontalAdvance(text()) <= width() - frame;
+}
+
 bool QtTextField::sendCommand(std::string_view selector)
 {
     auto const command = hooks.command; // The hooks go when the command ends the field.
@@ -39,6 +56,10 @@ bool QtTextField::sendCommand(std::string_view selector)
 
 bool QtTextField::event(QEvent* event)
 {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !showsWholeText()) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().toHtmlEscaped(), this);
+        return true;
+    }
     // The toolkit moves the focus at Tab before it asks the widget's key handler.
     if (event->type() == QEvent::KeyPress) {
         auto const selector = selectorForKey(static_cast<QKeyEvent&>(*event));

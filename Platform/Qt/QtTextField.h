@@ -19,6 +19,9 @@ public:
     };
     Hooks hooks;
 
+    /// A field of numbers asks for room for one of five digits, in its font.
+    QSize sizeHint() const override;
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -29,6 +32,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    bool showsWholeText() const;
     bool sendCommand(std::string_view selector);
     void takeAway();
 
