@@ -29,6 +29,22 @@ TEST(TLStateText, saysWhereTheViewStands)
     EXPECT_EQ(TLStateText(state, {}), "Light");
 }
 
+TEST(TLStateAdvice, isGivenWhereALayerStandsOnAnothersPlace)
+{
+    EditFamily family;
+    TLEditState state(family.font());
+    state.setGlyphNames({ "A" }, 0);
+    EXPECT_EQ(TLStateAdvice(state), std::nullopt);
+    state.switchToLayer("A-700", { 0, 1 });
+    EXPECT_EQ(TLStateAdvice(state), std::nullopt);
+    auto const layer = family.a->layerForId("A-700");
+    layer->setCoordinates({ { "wght", 1000 } });
+    EXPECT_EQ(
+        TLStateAdvice(state), "Stands where “Bold” does: type another coordinate in the Layers palette");
+    state.setAxisLocation(TLLocation { { "wght", 500.0 } });
+    EXPECT_EQ(TLStateAdvice(state), std::nullopt) << "the interpolation tells its own problem";
+}
+
 TEST_F(TLCoordinatesTextTest, namesThePlaceOnEveryAxis)
 {
     EditFamily family;

@@ -50,18 +50,6 @@ TEST(SliderKeyboard, tabGivesTheFocus)
     EXPECT_TRUE(shown.slider->isFirstResponder());
 }
 
-TEST(SliderKeyboard, arrowsStepByOneAndWithShiftByTen)
-{
-    ShownSlider shown;
-    shown.focus();
-    shown.key(Qt::Key_Right);
-    shown.key(Qt::Key_Up);
-    shown.key(Qt::Key_Left);
-    shown.key(Qt::Key_Down, Qt::ShiftModifier);
-    shown.key(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_THAT(shown.recorder->values, ElementsAre(501, 502, 501, 491, 501));
-}
-
 TEST(SliderKeyboard, inARangeUnderTenArrowsStepByATenth)
 {
     ShownSlider shown;
@@ -87,17 +75,6 @@ TEST(SliderKeyboard, pageKeysGoToTheLandmarksAndHomeAndEndToTheEnds)
         shown.key(key);
     }
     EXPECT_THAT(shown.recorder->values, ElementsAre(800, 1000, 800, 500.0005, 250, 0, 1000, 0));
-}
-
-TEST(SliderKeyboard, backspaceAndDeleteGoBackToTheNeutralValue)
-{
-    ShownSlider shown;
-    shown.focus();
-    shown.slider->setNeutralValue(400);
-    shown.key(Qt::Key_Backspace);
-    shown.slider->setDoubleValue(900);
-    shown.key(Qt::Key_Delete);
-    EXPECT_THAT(shown.recorder->values, ElementsAre(400, 400));
 }
 
 TEST(SliderKeyboard, aKeyThatChangesNothingSendsNothingAndOtherKeysArePassedOn)

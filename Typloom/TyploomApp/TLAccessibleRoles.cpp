@@ -121,7 +121,7 @@ void TLSetTextOfNamedLine(QLabel& label, QString const& text)
 {
     auto const former = label.text();
     label.setText(text);
-    if (QAccessible::isActive() && text != former) {
+    if (QAccessible::isActive() && text != former && label.property(roleProperty).isValid()) {
         QAccessibleTextUpdateEvent event(&label, 0, former, text);
         QAccessible::updateAccessibility(&event);
     }

@@ -59,7 +59,7 @@ public:
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowTitle("Add Axis");
         m_form->addRow("&Name", m_name);
-        m_form->addRow("&Tag", m_tag);
+        m_form->addRow("Ta&g", m_tag); // An underlined T would be drawn further from its a than was measured.
         m_form->addRow("M&inimum", m_minimum);
         m_form->addRow("&Default", m_default);
         m_form->addRow("M&aximum", m_maximum);

@@ -2,11 +2,11 @@
 
 #include "Platform/Foundation/NSNumberFormatter.h"
 #include "Platform/Qt/Conversions.h"
+#include "Typloom/TyploomApp/TLElidingLabel.h"
 #include "Typloom/TyploomApp/TLNumberField.h"
 #include "Typloom/TyploomCore/TLLayerCommands.h"
 
-#include <QFormLayout>
-#include <QLabel>
+#include <QGridLayout>
 
 #include <algorithm>
 
@@ -14,7 +14,6 @@ namespace {
 
 constexpr int tallest = 260; ///< Points; then it scrolls.
 constexpr int shortest = 80;
-constexpr int widestName = 130;
 
 QString numberText(double value)
 {
@@ -52,7 +51,8 @@ QSize TLCoordinateForm::sizeHint() const
 
 QSize TLCoordinateForm::minimumSizeHint() const
 {
-    return { 120, std::min(sizeHint().height(), shortest) };
+    auto const width = widget() ? widget()->minimumSizeHint().width() : 0;
+    return { std::max(120, width), std::min(sizeHint().height(), shortest) };
 }
 
 void TLCoordinateForm::show(
@@ -90,9 +90,10 @@ void TLCoordinateForm::commit()
 void TLCoordinateForm::build(TLGlyph const& glyph)
 {
     auto* const content = new QWidget;
-    auto* const layout = new QFormLayout(content);
+    auto* const layout = new QGridLayout(content);
     layout->setContentsMargins(12, 6, 12, 6);
     layout->setVerticalSpacing(4);
+    layout->setColumnStretch(1, 1);
     m_rows.clear();
     m_countOfFontAxes = glyph.font()->canonicalAxes().size();
     for (auto const& axis : glyph.font()->canonicalAxes()) {
@@ -108,18 +109,19 @@ void TLCoordinateForm::build(TLGlyph const& glyph)
     updateGeometry();
 }
 
-void TLCoordinateForm::addCaption(QFormLayout& layout, QString const& text) const
+void TLCoordinateForm::addCaption(QGridLayout& layout, QString const& text)
 {
-    auto* const label = new QLabel(text);
+    auto* const label = new TLElidingLabel;
+    label->showText(text);
     label->setForegroundRole(QPalette::PlaceholderText);
-    layout.addRow(label);
+    layout.addWidget(label, layout.rowCount(), 0, 1, 2);
 }
 
-void TLCoordinateForm::addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph)
+void TLCoordinateForm::addRow(QGridLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph)
 {
     auto* const field = new TLNumberField;
     field->setAllowsNone(isOfGlyph);
-    field->setMinimumWidth(60);
+    field->setMinimumWidth(field->fontMetrics().horizontalAdvance("00000") + 16);
     if (isOfGlyph) {
         field->setPlaceholderText("none");
     } else {
@@ -131,9 +133,11 @@ void TLCoordinateForm::addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const
             didCancel();
         }
     };
-    auto* const label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    layout.addRow(label, field);
+    auto* const label = new TLElidingLabel;
+    label->setBuddy(field);
+    auto const row = layout.rowCount();
+    layout.addWidget(label, row, 0);
+    layout.addWidget(field, row, 1);
     m_rows.push_back({ axis, label, field, {} });
 }
 
@@ -146,8 +150,7 @@ void TLCoordinateForm::describeAxes()
         }
         row.described = row.axis->state();
         auto const name = toQString(row.axis->name());
-        row.label->setText(row.label->fontMetrics().elidedText(name, Qt::ElideRight, widestName));
-        row.label->setToolTip(name.toHtmlEscaped());
+        row.label->showText(name);
         auto const index = static_cast<std::size_t>(&row - m_rows.data());
         row.field->setAccessibleName(name + " coordinate");
         row.field->setToolTip(hintFor(*row.axis, index >= m_countOfFontAxes));

@@ -4,8 +4,8 @@
 
 #include <QScrollArea>
 
-class QFormLayout;
-class QLabel;
+class QGridLayout;
+class TLElidingLabel;
 class TLNumberField;
 
 /// Where the view stands: a field for each axis of the font, then for each of the glyph's own. The
@@ -27,14 +27,14 @@ protected:
 private:
     struct Row {
         std::shared_ptr<TLAxis> axis;
-        QLabel* label;
+        TLElidingLabel* label;
         TLNumberField* field;
         TLAxisState described; ///< The axis as label and hint tell of it.
     };
     void commit();
     void build(TLGlyph const& glyph);
-    void addCaption(QFormLayout& layout, QString const& text) const;
-    void addRow(QFormLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph);
+    static void addCaption(QGridLayout& layout, QString const& text);
+    void addRow(QGridLayout& layout, std::shared_ptr<TLAxis> const& axis, bool isOfGlyph);
     void describeAxes();
     void take(TLAxis const& axis, std::optional<double> value);
     void showValues(TLLocation const& place);

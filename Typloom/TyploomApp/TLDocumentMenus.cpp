@@ -55,6 +55,7 @@ void TLInstallMenus(QMainWindow& window, TLMenuCommands const& commands)
     addCommand(*view, "Zoom &Out", { QKeySequence("Ctrl+-") }, commands.zoomOut);
     addCommand(*view, "Zoom to &Fit", { QKeySequence("Ctrl+0") }, commands.zoomToFit);
     view->addSeparator();
+    addCommand(*view, "&Filter Axes", { QKeySequence("Ctrl+Shift+F") }, commands.filterAxes);
     view->addAction(commands.showLayers);
     auto* const font = bar->addMenu("F&ont");
     addCommand(*font, "Font &Info…", { QKeySequence("Ctrl+I") }, commands.fontInfo);

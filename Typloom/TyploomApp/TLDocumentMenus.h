@@ -19,6 +19,7 @@ struct TLMenuCommands {
     QAction* addLayer { nullptr };
     QAction* deleteLayer { nullptr };
     QAction* showLayers { nullptr };
+    std::function<void()> filterAxes;
     std::function<void()> zoomIn, zoomOut, zoomToFit;
     std::function<void()> findGlyph, editText;
     std::function<void()> previousGlyph, nextGlyph;

@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr int shortestField = 56; ///< Points.
+
 /// A field of the toolbar, from which Escape leads back to the edit view.
 class ToolbarField final : public QLineEdit {
 public:
@@ -55,9 +57,7 @@ QLabel* captionFor(QString const& text, QWidget* field)
 {
     auto* const label = new QLabel(text);
     label->setBuddy(field);
-    auto palette = label->palette();
-    palette.setColor(QPalette::WindowText, palette.color(QPalette::PlaceholderText));
-    label->setPalette(palette);
+    label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }
 
@@ -104,7 +104,7 @@ struct TLDocumentToolbar::Impl {
 
     void buildTextField()
     {
-        textField->setMinimumWidth(110);
+        textField->setMinimumWidth(shortestField);
         textField->setAccessibleName("Text");
         textField->setPlaceholderText("Characters, or /name");
         textField->setToolTip(
@@ -119,7 +119,7 @@ struct TLDocumentToolbar::Impl {
         glyphField->setAccessibleName("Glyph");
         glyphField->setPlaceholderText("Name of a glyph");
         glyphField->setToolTip("The edited glyph. Type a part of another's name to choose it.");
-        glyphField->setMinimumWidth(120);
+        glyphField->setMinimumWidth(shortestField);
         auto* const completer = new QCompleter(nameModel, glyphField);
         completer->setFilterMode(Qt::MatchContains);
         completer->setCaseSensitivity(Qt::CaseInsensitive);

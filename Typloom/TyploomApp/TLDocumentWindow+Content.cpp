@@ -42,6 +42,7 @@ void TLDocumentWindow::Impl::showFamily(std::shared_ptr<TLFont> font)
     auto const focusEditView = [this] { qtWidget(*lineView())->setFocus(); };
     layersPalette->setCancelHandler(focusEditView);
     widthField->setCancelHandler(focusEditView);
+    sidebar->setCancelHandler(focusEditView);
     layOut();
     installMenus();
     follow();
@@ -83,6 +84,7 @@ void TLDocumentWindow::Impl::installMenus()
     commands.addLayer = layerActions->addAction();
     commands.deleteLayer = layerActions->deleteAction();
     commands.showLayers = layersPalette->showAction();
+    commands.filterAxes = [this] { sidebar->focusSearchField(); };
     commands.quit = [this] { quit(); };
     operations->addTo(commands);
     commands.zoomIn = [zoom] { zoom(zoomStep); };
@@ -110,7 +112,7 @@ void TLDocumentWindow::Impl::update()
 {
     toolbar->update();
     statusStrip->setText(TLStateText(*state, lineView()->knownProblem()));
-    statusStrip->setCoordinates(TLCoordinatesText(*state));
+    statusStrip->setCoordinates(TLStateAdvice(*state).value_or(TLCoordinatesText(*state)));
     statusStrip->setOffer(state->showsInterpolation() ? layerActions->addAction() : nullptr);
     statusStrip->setReport(problems(), notes());
     layerActions->update();

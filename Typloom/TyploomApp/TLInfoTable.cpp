@@ -2,6 +2,7 @@
 
 #include "Platform/Qt/Conversions.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 
@@ -69,11 +70,31 @@ void TLInfoTable::show(int row, int column, Cell const& cell)
     Qt::Alignment const alignment = (cell.isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
     entry->setTextAlignment(alignment);
     entry->setToolTip(cell.toolTip);
-    auto const role = cell.isEditable ? QPalette::Text : QPalette::PlaceholderText;
-    entry->setForeground(palette().brush(role));
+    showColor(*entry);
     if (auto* const header = horizontalHeaderItem(column)) {
         header->setTextAlignment(alignment);
     }
+}
+
+void TLInfoTable::showColor(QTableWidgetItem& entry) const
+{
+    bool const isEditable = entry.flags() & Qt::ItemIsEditable;
+    entry.setForeground(palette().brush(isEditable ? QPalette::Text : QPalette::PlaceholderText));
+}
+
+void TLInfoTable::changeEvent(QEvent* event)
+{
+    QTableWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange) {
+        return;
+    }
+    m_isShowing = true;
+    for (int cell = 0; cell < rowCount() * columnCount(); ++cell) {
+        if (auto* const entry = item(cell / columnCount(), cell % columnCount())) {
+            showColor(*entry);
+        }
+    }
+    m_isShowing = false;
 }
 
 void TLInfoTable::didEdit(QTableWidgetItem const& edited)

@@ -32,9 +32,13 @@ public:
     /// Takes what is being typed and closes the editor.
     void endEditing();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     bool shows(std::size_t row, std::size_t column, Cell const& cell) const;
     void show(int row, int column, Cell const& cell);
+    void showColor(QTableWidgetItem& entry) const;
     void didEdit(QTableWidgetItem const& item);
 
     std::vector<Row> m_rows;

@@ -99,7 +99,7 @@ struct TLLayersPalette::Impl {
         layout->addWidget(list, 1);
         layout->addWidget(form);
         layout->addLayout(buttons);
-        widget->setMinimumWidth(160);
+        list->setMinimumWidth(160);
     }
 
     void connect()

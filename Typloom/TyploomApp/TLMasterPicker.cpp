@@ -2,7 +2,6 @@
 
 #include "Platform/Qt/Conversions.h"
 #include "Typloom/TyploomApp/TLStateText.h"
-#include "Typloom/TyploomCore/DocumentRevision.h"
 
 #include <QComboBox>
 #include <QPointer>
@@ -23,7 +22,7 @@ std::vector<Entry> entriesFor(TLEditState const& state)
 {
     std::vector<Entry> entries;
     for (auto const& master : state.font()->fontMasters()) {
-        entries.push_back({ master->id(), TLShownName(master->name()), entries.size() });
+        entries.push_back({ master->id(), master->name(), entries.size() });
     }
     if (auto const& glyph = state.editedGlyph()) {
         for (auto const& [layerId, layer] : glyph->layers()) {
@@ -51,8 +50,6 @@ struct TLMasterPicker::Impl {
     std::shared_ptr<TLEditState> state;
     QPointer<QComboBox> box { new QComboBox };
     std::vector<Entry> entries;
-    std::optional<std::uint64_t> revision; ///< Of the document that the entries are of.
-    std::weak_ptr<TLGlyph> glyph; ///< The same of the glyph.
 
     /// The separator takes a row of its own.
     std::size_t countOfMasters() const
@@ -80,16 +77,6 @@ struct TLMasterPicker::Impl {
         if (auto const masters = countOfMasters(); masters < entries.size()) {
             box->insertSeparator(static_cast<int>(masters));
         }
-    }
-
-    void updateEntries()
-    {
-        if (revision == documentRevision() && glyph.lock() == state->editedGlyph()) {
-            return;
-        }
-        revision = documentRevision();
-        glyph = state->editedGlyph();
-        setEntries(entriesFor(*state));
     }
 
     void choose(int row)
@@ -121,6 +108,7 @@ TLMasterPicker::TLMasterPicker(std::shared_ptr<TLEditState> state)
     box->setFocusPolicy(Qt::TabFocus);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setMinimumContentsLength(12);
+    box->setMinimumWidth(70); // It gives way in a narrow window.
     box->setMaxVisibleItems(24);
     // Sent for the shown entry too: that ends a preview.
     QObject::connect(box, &QComboBox::activated, box, [impl = m_impl.get()](int row) { impl->choose(row); });
@@ -139,7 +127,7 @@ QWidget* TLMasterPicker::widget() const
 
 void TLMasterPicker::update()
 {
-    m_impl->updateEntries();
+    m_impl->setEntries(entriesFor(*m_impl->state));
     auto const shown = shownLayerId(*m_impl->state);
     auto const& entries = m_impl->entries;
     auto const found = std::find_if(

@@ -66,6 +66,8 @@ void TLNumberField::showValue()
         setText(text);
         if (wasSelected) {
             selectAll();
+        } else if (!hasFocus()) {
+            home(false); // Of a long number the beginning is shown.
         }
     }
 }

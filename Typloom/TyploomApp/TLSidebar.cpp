@@ -1,5 +1,6 @@
 #include "Typloom/TyploomApp/TLSidebar.h"
 
+#include "Platform/AppKit/NSSearchField.h"
 #include "Platform/AppKit/NSViewController.h"
 #include "Platform/Qt/Conversions.h"
 #include "Platform/Qt/NSViewBacking.h"
@@ -9,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QShowEvent>
@@ -81,6 +83,7 @@ private:
 class SidebarWidget final : public QWidget {
 public:
     std::function<void(bool isShown)> visibilityDidChange;
+    std::function<void()> didCancel;
 
 protected:
     void showEvent(QShowEvent* event) override
@@ -94,6 +97,15 @@ protected:
         report(event->spontaneous(), false);
     }
 
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Escape && didCancel) {
+            didCancel();
+        } else {
+            QWidget::keyPressEvent(event);
+        }
+    }
+
 private:
     void report(bool isSpontaneous, bool isShown) const
     {
@@ -102,6 +114,19 @@ private:
         }
     }
 };
+
+std::shared_ptr<NSSearchField> searchFieldIn(std::shared_ptr<NSView> const& view)
+{
+    if (auto field = std::dynamic_pointer_cast<NSSearchField>(view)) {
+        return field;
+    }
+    for (auto const& part : view ? view->subviews() : std::vector<std::shared_ptr<NSView>> {}) {
+        if (auto field = searchFieldIn(part)) {
+            return field;
+        }
+    }
+    return nullptr;
+}
 
 } // namespace
 
@@ -227,6 +252,20 @@ std::optional<std::size_t> TLSidebar::shownTab() const
 void TLSidebar::showTab(std::size_t index)
 {
     m_impl->show(index);
+}
+
+void TLSidebar::focusSearchField()
+{
+    m_impl->widget->show();
+    auto const& shown = m_impl->shown;
+    if (auto const field = searchFieldIn(shown ? m_impl->tabs[*shown].view : nullptr)) {
+        field->selectText();
+    }
+}
+
+void TLSidebar::setCancelHandler(std::function<void()> handler)
+{
+    m_impl->widget->didCancel = std::move(handler);
 }
 
 std::shared_ptr<TLEditViewSidebarControllerProtocol> TLSidebar::controllerOfTab(std::size_t index) const

@@ -21,6 +21,10 @@ public:
     std::optional<std::size_t> shownTab() const;
     /// Shows the content of that tab, whose controller is sent `viewDidAppear` if the sidebar is on screen.
     void showTab(std::size_t index);
+    /// Gives the keyboard to the first search field of the shown tab; nothing where it has none.
+    void focusSearchField();
+    /// Called at Escape, where no control of the tab has a use for it.
+    void setCancelHandler(std::function<void()> handler);
     /// The controller of a tab, null beyond the tabs.
     std::shared_ptr<TLEditViewSidebarControllerProtocol> controllerOfTab(std::size_t index) const;
 

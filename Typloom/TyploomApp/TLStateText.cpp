@@ -1,6 +1,7 @@
 #include "Typloom/TyploomApp/TLStateText.h"
 
 #include "Platform/Foundation/NSNumberFormatter.h"
+#include "Typloom/TyploomCore/TLLayerMatching.h"
 
 #include <algorithm>
 
@@ -18,8 +19,8 @@ std::string numberText(double value)
 
 std::string problemText(TLDrawingProblem const& problem)
 {
-    auto const source = problem.nearestSource.empty() ? "" : ": " + TLShownName(problem.nearestSource);
-    return "Nearest source" + source + " (" + TLShownName(problem.reason) + ")";
+    auto const source = problem.nearestSource.empty() ? "" : ": " + problem.nearestSource;
+    return "Nearest source" + source + " (" + problem.reason + ")";
 }
 
 } // namespace
@@ -56,32 +57,19 @@ std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
     std::string text;
     for (std::size_t index = 0; index < std::min(axes.size(), mostAxes); ++index) {
         auto const& axis = *axes[index];
-        text += (index == 0 ? "" : ", ") + TLShownName(axis.name())
-            + (isNamesakeOfGlyph(axis, all) ? " (glyph) " : " ") + numberText(value(axis).value_or(0));
+        text += (index == 0 ? "" : ", ") + axis.name() + (isNamesakeOfGlyph(axis, all) ? " (glyph) " : " ")
+            + numberText(value(axis).value_or(0));
     }
     return axes.size() > mostAxes ? text + ", …" : text;
-}
-
-std::string TLShownName(std::string const& name)
-{
-    constexpr std::size_t longest = 500;
-    if (name.size() <= longest) {
-        return name;
-    }
-    auto end = longest;
-    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) {
-        --end; // Not within a character.
-    }
-    return name.substr(0, end) + "…";
 }
 
 std::string TLLayerTitle(TLFont const& font, TLLayer const& layer)
 {
     if (layer.isMasterLayer()) {
         auto const master = font.fontMasterForId(layer.layerId());
-        return TLShownName(master ? master->name() : layer.name());
+        return master ? master->name() : layer.name();
     }
-    return TLShownName(layer.name().empty() ? layer.layerId() : layer.name());
+    return layer.name().empty() ? layer.layerId() : layer.name();
 }
 
 std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
@@ -93,5 +81,20 @@ std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem
         return TLLayerTitle(*state.font(), *layer);
     }
     auto const master = state.currentMaster();
-    return master ? TLShownName(master->name()) : "No master";
+    return master ? master->name() : "No master";
+}
+
+std::optional<std::string> TLStateAdvice(TLEditState const& state)
+{
+    auto const shown = state.showsInterpolation() ? nullptr : state.activeLayer();
+    auto const glyph = state.editedGlyph();
+    if (!shown || !glyph || !shown->isBraceLayer()) {
+        return std::nullopt;
+    }
+    auto const there = TLLayerAtPlace(*glyph, state.place(), std::nullopt);
+    if (!there || there->layerId() == shown->layerId()) {
+        return std::nullopt;
+    }
+    return "Stands where “" + TLLayerTitle(*state.font(), *there)
+        + "” does: type another coordinate in the Layers palette";
 }

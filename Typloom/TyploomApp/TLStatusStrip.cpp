@@ -2,43 +2,19 @@
 
 #include "Platform/Qt/Conversions.h"
 #include "Typloom/TyploomApp/TLAccessibleRoles.h"
+#include "Typloom/TyploomApp/TLElidingLabel.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QListWidget>
-#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
-
-/// A label that gives way: a long text ends in an ellipsis and never widens the window.
-class ElidingLabel final : public QLabel {
-public:
-    ElidingLabel() { TLPresentAsNamedLine(*this); }
-    void showText(QString const& shown)
-    {
-        if (text() != shown) {
-            TLSetTextOfNamedLine(*this, shown);
-            setToolTip(shown);
-        }
-    }
-    QSize minimumSizeHint() const override { return { 60, QLabel::minimumSizeHint().height() }; }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(palette().color(foregroundRole()));
-        painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft,
-            fontMetrics().elidedText(text(), Qt::ElideRight, width()));
-    }
-};
 
 void addList(QVBoxLayout& layout, QString const& title, std::vector<std::string> const& sentences)
 {
@@ -81,8 +57,8 @@ QString counted(std::size_t count, QString const& noun)
 
 struct TLStatusStrip::Impl {
     QPointer<QWidget> widget { new QWidget };
-    ElidingLabel* label { new ElidingLabel };
-    ElidingLabel* coordinatesLabel { new ElidingLabel };
+    TLElidingLabel* label { new TLElidingLabel };
+    TLElidingLabel* coordinatesLabel { new TLElidingLabel };
     QPushButton* offerButton { new QPushButton };
     QPointer<QAction> offer;
     QPushButton* reportButton { new QPushButton };
@@ -97,13 +73,13 @@ TLStatusStrip::TLStatusStrip()
     auto font = label->font();
     font.setWeight(QFont::DemiBold);
     label->setFont(font);
-    label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
     auto* const coordinates = m_impl->coordinatesLabel;
     coordinates->setAccessibleName("Coordinates");
+    TLPresentAsNamedLine(*label);
+    TLPresentAsNamedLine(*coordinates);
     coordinates->setForegroundRole(QPalette::PlaceholderText);
-    coordinates->setTextFormat(Qt::PlainText);
     coordinates->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     auto* const offer = m_impl->offerButton;

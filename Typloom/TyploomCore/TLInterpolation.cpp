@@ -68,7 +68,8 @@ private:
                 + " does not lie between its minimum and its maximum";
         case VariationFault::Kind::sourcesCoincide:
             return "the sources " + quoted(m_sources.source(fault.first).name) + " and "
-                + quoted(m_sources.source(fault.second).name) + " stand at one place";
+                + quoted(m_sources.source(fault.second).name)
+                + " stand at one place (one of them needs another coordinate)";
         case VariationFault::Kind::noSourceAtDefault:
             break;
         }

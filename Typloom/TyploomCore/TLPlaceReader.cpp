@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font, std::size_t* nextMaster)
+TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font)
     : m_values(layer.data()->values)
     , m_font(font)
     , m_isMaster(layer.isMasterLayer())
@@ -11,11 +11,7 @@ TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font, std::size_t
 {
     if (m_isMaster && font) {
         auto const& associated = layer.associatedMasterId();
-        auto const& masterId = associated ? *associated : layer.layerId();
-        auto const next = nextMaster ? (*nextMaster)++ : NSNotFound;
-        auto const& masters = font->fontMasters();
-        bool const isNext = next < masters.size() && masters[next]->id() == masterId;
-        m_master = isNext ? masters[next].get() : font->fontMasterForId(masterId).get();
+        m_master = font->fontMasterForId(associated ? *associated : layer.layerId()).get();
     }
     if (m_standsSomewhere && layer.previewLocation()) {
         m_preview = &*layer.previewLocation();
@@ -48,7 +44,7 @@ TLPlaceSearch::TLPlaceSearch(std::vector<std::shared_ptr<TLAxis>> const& axes, T
         m_targets.push_back({ { axis->key(), font }, value, axis->defaultValue() });
     }
     // Most sources stand at the default of most axes: where the place does not, they differ soonest.
-    std::partition(m_targets.begin(), m_targets.end(),
+    std::stable_partition(m_targets.begin(), m_targets.end(),
         [](Target const& target) { return target.value != target.axisDefault; });
 }
 
@@ -62,7 +58,7 @@ bool TLPlaceSearch::finds(TLFontMaster const& master) const
 
 bool TLPlaceSearch::finds(TLLayer const& layer) const
 {
-    TLLayerPlace const place(layer, m_font, &m_nextMaster);
+    TLLayerPlace const place(layer, m_font);
     return std::all_of(m_targets.begin(), m_targets.end(), [&](Target const& target) {
         auto const value = place.value(target.column).value_or(target.axisDefault);
         return std::abs(value - target.value) < m_tolerance;
