@@ -1,6 +1,0 @@
-#pragma once
-
-class Table;
-
-/// The same work done by Python's libraries for fonts, in turn with ours.
-void measurePeers(Table& table);
