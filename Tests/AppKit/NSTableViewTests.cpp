@@ -72,44 +72,6 @@ TEST(NSTableView, handsViewsOutAgainAfterPreparingThem)
     EXPECT_TRUE(qtWidget(*first)->isVisible());
 }
 
-TEST(NSTableView, keepsTheViewsOfRowsThatStayAndMove)
-{
-    TableWindow window;
-    window.table->setRows(TableWindow::rows({ 1, 2, 3, 4 }));
-    std::vector const before { window.cell(0), window.cell(1), window.cell(2), window.cell(3) };
-    auto const provided = window.provided;
-    EXPECT_EQ(window.table->setRows(TableWindow::rows({ 2, 3, 9, 1 })),
-        (Changes { .removed = 1, .inserted = 1, .moved = 1 }));
-    EXPECT_EQ(window.cell(0), before[1]);
-    EXPECT_EQ(window.cell(1), before[2]);
-    EXPECT_EQ(window.cell(3), before[0]);
-    EXPECT_EQ(window.provided, provided + 1);
-    EXPECT_EQ(before[0]->preparations + before[1]->preparations + before[2]->preparations, 0);
-    EXPECT_EQ(window.shown(), (Texts { "2", "3", "9", "1" }));
-    EXPECT_EQ(window.table->setRows(TableWindow::rows({ 2, 3, 9, 1 })), Changes {});
-}
-
-TEST(NSTableView, showsWhatItWasGivenAfterAnySeriesOfChanges)
-{
-    TableWindow window;
-    std::mt19937 random(5);
-    for (int round = 0; round < 60; ++round) {
-        std::vector<std::uint64_t> tokens(random() % 30);
-        std::iota(tokens.begin(), tokens.end(), random() % 10 + 1);
-        std::shuffle(tokens.begin(), tokens.end(), random);
-        window.table->setRows(TableWindow::rows(tokens));
-        window.clip().scrollToPoint({ 0, static_cast<double>(random() % 1500) });
-        Texts wanted;
-        for (std::size_t row = 0; row < tokens.size(); ++row) {
-            double const top = 50.0 * static_cast<double>(row);
-            if (top + 50 > window.offset() && top < window.offset() + 200) {
-                wanted.push_back(std::to_string(tokens[row]));
-            }
-        }
-        ASSERT_EQ(window.shown(), wanted) << "round " << round;
-    }
-}
-
 TEST(NSTableView, keepsTheRowWithTheKeyboardAndItsHalfTypedText)
 {
     TableWindow window;

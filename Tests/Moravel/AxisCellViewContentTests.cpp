@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using Values = std::vector<double>;
 
@@ -43,66 +42,6 @@ protected:
     std::shared_ptr<TableState> state { std::make_shared<TableState>() };
     std::shared_ptr<TLAxis> axis { FontBuilder::makeAxis("wght", "Weight", { 0, 30, 100 }) };
 };
-
-TEST_F(AxisCellViewContent, aUsableFontAxisShowsRangeLandmarksAndPosition)
-{
-    auto const row = show(fontItem, Values { 100, 400, 900 }, Values { 100, 400, 900 }, 550);
-    auto const slider = row->slider();
-    EXPECT_EQ(row->nameLabel()->stringValue(), "Weight");
-    EXPECT_EQ(slider->minValue(), 100);
-    EXPECT_EQ(slider->maxValue(), 900);
-    EXPECT_EQ(slider->doubleValue(), 550);
-    EXPECT_EQ(slider->neutralValue(), 400);
-    EXPECT_EQ(slider->landmarks(), (Values { 100, 400, 900 }));
-    EXPECT_EQ(row->valueField()->stringValue(), "550");
-    EXPECT_EQ(row->valueField()->placeholderString(), "");
-    EXPECT_EQ(row->valueField()->formatter()->minimum(), 100);
-    EXPECT_EQ(row->valueField()->formatter()->maximum(), 900);
-    EXPECT_TRUE(row->nameLabel()->isEnabled() && slider->isEnabled() && row->valueField()->isEnabled());
-    EXPECT_FALSE(slider->isHidden() || row->valueField()->isHidden() || showsHint(*row));
-    EXPECT_THAT(row->stepPositions(), ElementsAre(100, 400, 900));
-    EXPECT_EQ(row->axis(), axis);
-}
-
-TEST_F(AxisCellViewContent, theValueShowsMoreDigitsOnANarrowRange)
-{
-    EXPECT_EQ(show(fontItem, Values { 0, 0, 0.8 }, Values {}, 0.12345)->valueField()->stringValue(), "0.123");
-    EXPECT_EQ(show(fontItem, Values { 0, 0, 1.5 }, Values {}, 1.26)->valueField()->stringValue(), "1.3");
-    EXPECT_EQ(show(fontItem, Values { 0, 0, 9.5 }, Values {}, 1.6)->valueField()->stringValue(), "2");
-    NSSetCurrentLocale("de_DE");
-    EXPECT_EQ(show(fontItem, Values { 0, 0, 0.8 }, Values {}, 0.12345)->valueField()->stringValue(), "0,123");
-}
-
-TEST_F(AxisCellViewContent, anUnusableFontAxisKeepsItsBoundsBehindTheHint)
-{
-    auto const row = show(fontItem, Values { 0, 0.002, 0.005 }, Values { 0, 0.005 }, 0.001);
-    expectUnusable(*row);
-    EXPECT_TRUE(row->slider()->isHidden() && row->valueField()->isHidden() && showsHint(*row));
-    EXPECT_TRUE(row->nameLabel()->isEnabled());
-    EXPECT_EQ(row->slider()->maxValue(), 0.005);
-    EXPECT_EQ(row->slider()->doubleValue(), 0.001);
-    EXPECT_EQ(row->slider()->neutralValue(), 0.002);
-}
-
-TEST_F(AxisCellViewContent, anUnusableGlyphAxisStandsAtZeroBehindTheHint)
-{
-    auto const row = show(glyphItem, Values { 0, 20, 100 }, Values { 20 }, 20);
-    expectUnusable(*row);
-    EXPECT_TRUE(row->slider()->isHidden() && row->valueField()->isHidden() && showsHint(*row));
-    EXPECT_EQ(row->slider()->minValue(), 0);
-    EXPECT_EQ(row->slider()->maxValue(), 1);
-    EXPECT_EQ(row->slider()->doubleValue(), 0);
-    EXPECT_EQ(row->slider()->neutralValue(), 0);
-    EXPECT_EQ(row->slider()->landmarks(), (Values { 20 }));
-}
-
-TEST_F(AxisCellViewContent, aUsableGlyphAxisStepsBetweenDefaultAndLandmarks)
-{
-    EXPECT_THAT(
-        show(glyphItem, Values { 0, 0, 100 }, Values { 0, 100 }, 0)->stepPositions(), ElementsAre(0, 100));
-    EXPECT_THAT(
-        show(glyphItem, Values { 0, 0, 100 }, Values { 100 }, 0)->stepPositions(), ElementsAre(0, 100));
-}
 
 TEST_F(AxisCellViewContent, aRangeWithoutThreeValuesIsTheAxisDefault)
 {

@@ -1,6 +1,5 @@
 #include "Tests/Support/NotificationLog.h"
 #include "Tests/Support/SidebarFixture.h"
-#include "Typloom/TyploomCore/TLUpdateInterface.h"
 
 #include <gmock/gmock.h>
 
@@ -20,7 +19,6 @@ protected:
     {
         return NotificationLog(moravelRowContentDidChange, sidebar->tableState());
     }
-    static void updateInterface() { NSNotificationCenter::defaultCenter().post(TLUpdateInterface); }
 
     SidebarItem const weightItem { Section::font, "wght" };
     SidebarItem const barItem { Section::glyph, "bar" };
@@ -35,31 +33,6 @@ TEST_F(Refresh, beforeTheViewIsLoadedOnlyStoresTheContents)
     EXPECT_EQ(log.count(), 0U);
     EXPECT_EQ(sidebar->tableState()->rowContentByItem().count(weightItem), 1U);
     EXPECT_FALSE(sidebar->isViewLoaded());
-}
-
-TEST_F(Refresh, withNothingChangedTouchesNothing)
-{
-    appear();
-    auto const row = rowAt(1);
-    auto const log = rowLog();
-    auto completed = false;
-    sidebar->applyTableModel(sidebar->makeTableModel(), nullptr, [&] { completed = true; });
-    EXPECT_TRUE(completed);
-    EXPECT_EQ(log.count(), 0U);
-    EXPECT_EQ(rowAt(1), row);
-}
-
-TEST_F(Refresh, tellsTheRowWhoseContentChangedAndNoOther)
-{
-    addBar();
-    appear();
-    auto const row = rowAt(1);
-    auto const log = rowLog();
-    editor->layer = glyph->layerForId("black");
-    refresh();
-    EXPECT_THAT(items(log), ElementsAre(weightItem));
-    EXPECT_EQ(rowAt(1), row) << "its view stays";
-    EXPECT_EQ(row->slider()->doubleValue(), 900);
 }
 
 TEST_F(Refresh, theAxisToRefreshIsToldInAnyCase)
@@ -93,41 +66,6 @@ TEST_F(Refresh, aNewRowIsToldAfterItIsShownAndBeforeTheCompletion)
     EXPECT_EQ(rowsBefore, 4U);
     EXPECT_EQ(rowAt(1), row) << "rows that stay keep their views";
     EXPECT_EQ(rowAt(3)->nameLabel()->stringValue(), "Bar");
-}
-
-TEST_F(Refresh, aRowThatGoesIsNotTold)
-{
-    addBar();
-    appear();
-    auto const log = rowLog();
-    glyph->removeObjectFromAxesAtIndex(0);
-    refresh();
-    EXPECT_EQ(log.count(), 0U);
-    EXPECT_EQ(sidebar->tableView()->numberOfRows(), 2U);
-}
-
-TEST_F(Refresh, anotherOrderOfTheSameRowsIsShown)
-{
-    auto const width = builder.addAxis("wdth", "Width", { 0, 0, 100 });
-    appear();
-    auto const weightRow = rowAt(1);
-    builder.font()->removeAxis(0);
-    builder.font()->insertAxis(weight, 1);
-    refresh();
-    EXPECT_EQ(rowAt(1)->axis(), width);
-    EXPECT_EQ(rowAt(2), weightRow);
-}
-
-TEST_F(Refresh, thePlusButtonNeedsAnActiveLayerAndNoRows)
-{
-    editor->layer = nullptr;
-    appear();
-    EXPECT_FALSE(sidebar->addButton()->isEnabled());
-    editor->layer = glyph->layerForId("black");
-    builder.font()->removeAxis(0);
-    updateInterface();
-    EXPECT_TRUE(sidebar->addButton()->isEnabled());
-    EXPECT_EQ(sidebar->tableView()->numberOfRows(), 0U);
 }
 
 TEST_F(Refresh, thePlaceholderSaysWhyThereAreNoRows)
@@ -186,38 +124,6 @@ TEST_F(Refresh, textChangesOfOtherControlsAreIgnored)
     EXPECT_EQ(sidebar->tableView()->numberOfRows(), 2U);
 }
 
-TEST_F(Refresh, everyChangeOfTheFilterTextScrollsToTheTop)
-{
-    appear({ 280, 300 });
-    filterBy("a");
-    scrollDownManyRows();
-    filterBy("a ");
-    EXPECT_EQ(sidebar->filterQuery(), "a");
-    EXPECT_EQ(scrollPosition(), 0);
-}
-
-TEST_F(Refresh, anotherActiveLayerScrollsToTheTop)
-{
-    appear({ 280, 300 });
-    scrollDownManyRows();
-    auto const away = scrollPosition();
-    updateInterface();
-    EXPECT_EQ(scrollPosition(), away) << "the same layer";
-    for (auto const& layer :
-        { glyph->layerForId("black"), std::shared_ptr<TLLayer>(), glyph->layerForId("black") }) {
-        sidebar->tableView()->scrollRowToVisible(40);
-        ASSERT_GT(scrollPosition(), 100);
-        editor->layer = layer;
-        updateInterface();
-        EXPECT_EQ(scrollPosition(), 0);
-    }
-    editor->layer = nullptr;
-    updateInterface();
-    sidebar->tableView()->scrollRowToVisible(40);
-    updateInterface();
-    EXPECT_GT(scrollPosition(), 100) << "still none";
-}
-
 TEST_F(Refresh, rowsScrolledOutOfSightAreReusedAndShowTheirOwnAxis)
 {
     appear({ 280, 300 });
@@ -227,20 +133,4 @@ TEST_F(Refresh, rowsScrolledOutOfSightAreReusedAndShowTheirOwnAxis)
         EXPECT_EQ(rowAt(row + 1)->item(), sidebar->dataSource()->snapshot().sections()[0].items[row]);
         EXPECT_EQ(rowAt(row + 1)->nameLabel()->stringValue(), rowAt(row + 1)->axis()->name());
     }
-}
-
-TEST_F(Refresh, aDragGoesOnWhileTheHostRefreshes)
-{
-    appear();
-    auto const slider = rowAt(1)->slider();
-    window->press(*slider, 0.2);
-    for (auto const x : { 0.4, 0.6 }) {
-        window->moveTo(*slider, x);
-        glyph->setPreviewLocation("regular", editor->view->location);
-        updateInterface();
-        EXPECT_TRUE(slider->isTracking());
-    }
-    window->release(*slider, 0.6);
-    EXPECT_EQ(editor->log->size(), 6U) << "three values, a reflow and a location each";
-    EXPECT_EQ(rowAt(1)->slider(), slider);
 }

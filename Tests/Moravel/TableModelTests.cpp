@@ -79,21 +79,6 @@ TEST_F(TableModelTest, isEmptyWithoutAFontAndForgetsTheLayer)
     EXPECT_THAT(rows(), IsEmpty());
 }
 
-TEST_F(TableModelTest, withoutALayerFollowsTheDisplayLocationElseTheCurrentMaster)
-{
-    editor->master = 1;
-    EXPECT_THAT(rows(), ElementsAre("font", "Weight: 100 400 400 | 100 400 | 400"));
-    editor->master = 7;
-    EXPECT_THAT(rows(), ElementsAre("font", "Weight: 100 400 400 | 100 400 | 400")) << "the default master";
-    editor->master = 0;
-    editor->view->location = TLLocation { { "wght", 250.0 } };
-    EXPECT_THAT(rows(), ElementsAre("font", "Weight: 100 400 400 | 100 400 | 250"));
-    for (TLLocation const& useless : { TLLocation { { "wght", "bold" } }, TLLocation { { "wdth", 1.0 } } }) {
-        editor->view->location = useless;
-        EXPECT_THAT(rows(), ElementsAre("font", "Weight: 100 400 400 | 100 400 | 100"));
-    }
-}
-
 TEST_F(TableModelTest, theDisplayLocationMovesNoRowOnWhichTheLayerHasAPlace)
 {
     auto const glyph = builder.addGlyph("A");
@@ -145,45 +130,6 @@ TEST_F(TableModelTest, worksOnTheRealLayerUnderAPreview)
     EXPECT_EQ(sidebar->currentGlyph(), nullptr);
 }
 
-TEST_F(TableModelTest, showsNoSectionWithoutRows)
-{
-    auto const glyph = builder.addGlyph("A");
-    editor->layer = glyph->layerForId("thin");
-    EXPECT_THAT(rows(), ElementsAre("font", testing::_));
-    builder.font()->removeAxis(0);
-    EXPECT_THAT(rows(), IsEmpty());
-    FontBuilder::addGlyphAxis(glyph, "bar", "Bar", { 0, 10, 100 });
-    EXPECT_THAT(rows(), ElementsAre("glyph", "Bar: 10 10 10 | none | 10"));
-}
-
-TEST_F(TableModelTest, keepsTheHostsOrderAndAnIdentifierInBothSections)
-{
-    builder.addAxis("aaaa", "Another", { 0, 0, 10 });
-    auto const glyph = builder.addGlyph("A");
-    editor->layer = glyph->layerForId("thin");
-    FontBuilder::addGlyphAxis(glyph, "wght", "Zigzag", { 0, 0, 100 });
-    FontBuilder::addGlyphAxis(glyph, "bar", "Bar", { 0, 0, 100 });
-    auto const model = sidebar->makeTableModel();
-    ASSERT_EQ(model.snapshot.numberOfSections(), 2U);
-    EXPECT_THAT(model.snapshot.sections()[0].items,
-        ElementsAre(SidebarItem { Section::font, "wght" }, SidebarItem { Section::font, "aaaa" }));
-    EXPECT_THAT(model.snapshot.sections()[1].items,
-        ElementsAre(SidebarItem { Section::glyph, "wght" }, SidebarItem { Section::glyph, "bar" }));
-}
-
-TEST_F(TableModelTest, givesARepeatedIdentifierToItsFirstAxis)
-{
-    builder.addAxis("wght", "Weight again", { 0, 0, 10 });
-    auto const glyph = builder.addGlyph("A");
-    editor->layer = glyph->layerForId("thin");
-    FontBuilder::addGlyphAxis(glyph, "bar", "Bar", { 0, 0, 100 });
-    FontBuilder::addGlyphAxis(glyph, "bar", "Bar again", { 0, 0, 100 });
-    auto const lines = rows();
-    ASSERT_EQ(lines.size(), 4U);
-    EXPECT_THAT(lines[1], testing::StartsWith("Weight:"));
-    EXPECT_THAT(lines[3], testing::StartsWith("Bar:"));
-}
-
 TEST_F(TableModelTest, filtersByNameWithoutRegardToCaseAndFontAxesByTagToo)
 {
     auto const glyph = builder.addGlyph("A");
@@ -195,23 +141,4 @@ TEST_F(TableModelTest, filtersByNameWithoutRegardToCaseAndFontAxesByTagToo)
     EXPECT_THAT(filteredRows("AR"), ElementsAre("glyph", testing::StartsWith("Bar:")));
     EXPECT_THAT(filteredRows("wéight"), IsEmpty()) << "diacritics count";
     EXPECT_THAT(filteredRows("ei ght"), IsEmpty());
-}
-
-TEST_F(TableModelTest, takesWhatMastersSayEvenOutsideTheirSpanAndZeroWithoutADefault)
-{
-    builder.font()->removeMaster(1);
-    EXPECT_THAT(rows(), ElementsAre("font", "Weight: 100 0 100 | 100 | 100")) << "no default master";
-    builder.font()->removeMaster(0);
-    EXPECT_THAT(rows(), ElementsAre("font", "Weight: 0 0 0 | none | 0")) << "no master at all";
-}
-
-TEST_F(TableModelTest, aGlyphAxisStandsWhereTheDefaultMastersLayerStands)
-{
-    auto const glyph = builder.addEmptyGlyph("A");
-    FontBuilder::addGlyphAxis(glyph, "bar", "Bar", { 0, 10, 100 });
-    editor->layer = FontBuilder::addMasterLayer(glyph, "thin", {}, { { "bar", 25 } });
-    FontBuilder::addMasterLayer(glyph, "regular", {}, { { "bar", 40 } });
-    FontBuilder::addBraceLayer(glyph, "low", "thin", { { "bar", -20 } });
-    FontBuilder::addBraceLayer(glyph, "high", "thin", { { "bar", 80 } });
-    EXPECT_THAT(rows(), ElementsAre("font", testing::_, "glyph", "Bar: -20 40 80 | -20 80 | 25"));
 }

@@ -51,12 +51,6 @@ TEST_F(TableStateTest, rowContentsAreEqualByTheSameAxisObjectAndEqualValues)
     EXPECT_NE(other, absent);
 }
 
-TEST_F(TableStateTest, startsEmpty)
-{
-    EXPECT_TRUE(state->rowContentByItem().empty());
-    EXPECT_FALSE(state->editingItem());
-}
-
 TEST_F(TableStateTest, tellsOfANewEditingItemOnceAndOnlyWhenItIsAnother)
 {
     NotificationLog log(moravelEditingStateDidChange, state);
@@ -72,26 +66,6 @@ TEST_F(TableStateTest, tellsOfANewEditingItemOnceAndOnlyWhenItIsAnother)
     EXPECT_EQ(log.last()->sender().identity, state);
 }
 
-TEST_F(TableStateTest, findsTheRowOfAnAxisByIdentity)
-{
-    state->setRowContentByItem(contents);
-    EXPECT_EQ(state->itemForAxis(barAxis), bar);
-    EXPECT_EQ(state->itemForAxis(FontBuilder::makeAxis("bar", "Bar", {})), std::nullopt);
-}
-
-TEST_F(TableStateTest, changedItemsAreNewOnesAndThoseOfAnotherContent)
-{
-    state->setRowContentByItem(contents);
-    EXPECT_EQ(state->changedItems(contents, nullptr), Items {});
-    EXPECT_EQ(
-        state->changedItems({ { weight, content(weightAxis, 9) }, { bar, content(barAxis, 2) } }, nullptr),
-        Items { weight });
-    EXPECT_EQ(state->changedItems({ { weight, content(weightAxis, 1) } }, nullptr), Items {}) << "one left";
-    EXPECT_EQ(state->changedItems({ { width, content(widthAxis, 1) } }, nullptr), Items { width })
-        << "one came";
-    EXPECT_EQ(state->rowContentByItem(), contents) << "nothing is replaced";
-}
-
 TEST_F(TableStateTest, theRowOfARefreshedAxisCountsAsChangedWhereItIsShownNow)
 {
     state->setRowContentByItem(contents);
@@ -100,22 +74,4 @@ TEST_F(TableStateTest, theRowOfARefreshedAxisCountsAsChangedWhereItIsShownNow)
     EXPECT_EQ(state->changedItems({}, barAxis), Items { bar }) << "its row is about to go";
     auto const fresh = std::make_shared<TableState>();
     EXPECT_EQ(fresh->changedItems({}, barAxis), Items {});
-}
-
-TEST_F(TableStateTest, tellsOncePerChangedRow)
-{
-    NotificationLog log(moravelRowContentDidChange, state);
-    auto const other = std::make_shared<TableState>();
-    NotificationLog otherLog(moravelRowContentDidChange, other);
-    state->postRowContentChanges({});
-    EXPECT_EQ(log.count(), 0U);
-    state->postRowContentChanges({ weight, width, bar });
-    Items told;
-    for (auto const& notification : log.notifications()) {
-        EXPECT_EQ(notification->sender().identity, state);
-        told.insert(*notification->userInfoValue<SidebarItem>("item"));
-    }
-    EXPECT_EQ(log.count(), 3U);
-    EXPECT_EQ(told, (Items { weight, width, bar }));
-    EXPECT_EQ(otherLog.count(), 0U);
 }

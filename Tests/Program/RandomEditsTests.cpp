@@ -1,4 +1,4 @@
-#include "Tests/Program/ProgramWindow.h"
+#include "Tests/Program/ShownRows.h"
 
 #include "Tests/Support/DocumentText.h"
 #include "Tests/Support/FamilyCopy.h"
@@ -222,36 +222,9 @@ protected:
         }
         ASSERT_EQ(shownNames, expected);
         if (isThorough) {
-            TLSidebar const fresh(shown->document->editViewController());
-            dynamic_cast<NSViewController&>(*fresh.controllerOfTab(0)).viewDidAppear();
-            ASSERT_EQ(rows, rowsOf(fresh));
+            ASSERT_EQ(rows, rowsOfNewSidebar(*shown->document));
         }
     }
-    /// The name, a "|", and what else its row shows.
-    static std::vector<std::string> rowsOf(TLSidebar const& sidebar)
-    {
-        auto const table = std::dynamic_pointer_cast<NSTableView>(
-            sidebar.controllerOfTab(0)->view()->descendantWithIdentifier("tableView"));
-        std::vector<std::string> rows;
-        for (std::size_t index = 0; index < table->numberOfRows(); ++index) {
-            if (table->rows()[index].isGroupRow) {
-                continue;
-            }
-            auto const view = table->viewAtColumnRow(0, index, true);
-            auto const slider = ProgramWindow::in<TLLandmarkSlider>(view, "slider");
-            std::ostringstream text;
-            text << ProgramWindow::in<NSTextField>(view, "nameLabel")->stringValue() << "| "
-                 << slider->minValue() << " " << slider->doubleValue() << " " << slider->maxValue() << " "
-                 << slider->isEnabled() << slider->isHidden() << " "
-                 << ProgramWindow::in<NSTextField>(view, "valueField")->stringValue();
-            for (auto const landmark : slider->landmarks().value_or(std::vector<double>())) {
-                text << " " << landmark;
-            }
-            rows.push_back(text.str());
-        }
-        return rows;
-    }
-
     FamilyCopy copy { SOURCE_FOLDER "/Fonts/Skarvane/Skarvane.designspace", quickFolder() };
     std::mt19937 random { 4 };
     int names { 0 };

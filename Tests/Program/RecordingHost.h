@@ -5,72 +5,66 @@
 
 #include <array>
 
-/// Stands between the sidebar and its edit view: keeps what is asked, and passes it on.
-class RecordingEditView final : public TLGlyphEditView {
+/// Stands in front of a part of the host: keeps what is asked, and passes it on.
+template <class Part> class Recorder : public Part {
 public:
-    RecordingEditView(CallLog log, std::shared_ptr<TLGlyphEditView> view)
+    Recorder(CallLog log, std::shared_ptr<Part> part)
         : m_log(std::move(log))
-        , m_view(std::move(view))
+        , m_part(std::move(part))
     {
     }
-    std::optional<TLLocation> axisLocation() const override { return m_view->axisLocation(); }
-    NSRange selectedRange() const override { return m_view->selectedRange(); }
+
+protected:
+    CallLog const m_log;
+    std::shared_ptr<Part> const m_part;
+};
+
+class RecordingEditView final : public Recorder<TLGlyphEditView> {
+public:
+    using Recorder::Recorder;
+    std::optional<TLLocation> axisLocation() const override { return m_part->axisLocation(); }
+    NSRange selectedRange() const override { return m_part->selectedRange(); }
     void setAxisLocation(std::optional<TLLocation> location) override
     {
         m_log->push_back("setAxisLocation " + describeLocation(location));
-        m_view->setAxisLocation(std::move(location));
+        m_part->setAxisLocation(std::move(location));
     }
     void switchToLayerWithId(std::string_view layerId, std::optional<std::string> const& associatedMasterId,
         NSRange range) override
     {
-        m_log->push_back("switchToLayer " + std::string(layerId) + " of "
-            + associatedMasterId.value_or("none") + " at " + std::to_string(range.location) + '+'
-            + std::to_string(range.length));
-        m_view->switchToLayerWithId(layerId, associatedMasterId, range);
+        m_log->push_back(describeSwitch(layerId, associatedMasterId, range));
+        m_part->switchToLayerWithId(layerId, associatedMasterId, range);
     }
-
-private:
-    CallLog m_log;
-    std::shared_ptr<TLGlyphEditView> m_view;
 };
 
-class RecordingWindowController final : public TLWindowController {
+class RecordingWindowController final : public Recorder<TLWindowController> {
 public:
-    RecordingWindowController(CallLog log, std::shared_ptr<TLWindowController> controller)
-        : m_log(std::move(log))
-        , m_controller(std::move(controller))
-    {
-    }
-    std::shared_ptr<TLFont> documentFont() const override { return m_controller->documentFont(); }
+    using Recorder::Recorder;
+    std::shared_ptr<TLFont> documentFont() const override { return m_part->documentFont(); }
     void setMasterIndex(std::size_t index) override
     {
         m_log->push_back("setMasterIndex " + std::to_string(index));
-        m_controller->setMasterIndex(index);
+        m_part->setMasterIndex(index);
     }
-
-private:
-    CallLog m_log;
-    std::shared_ptr<TLWindowController> m_controller;
 };
 
-class RecordingController final : public TLEditViewController {
+class RecordingController final : public Recorder<TLEditViewController> {
 public:
     RecordingController(CallLog log, std::shared_ptr<TLEditViewController> controller)
-        : m_log(log)
-        , m_controller(std::move(controller))
-        , m_view(std::make_shared<RecordingEditView>(log, m_controller->graphicView()))
-        , m_window(std::make_shared<RecordingWindowController>(log, m_controller->windowController()))
+        : Recorder(std::move(log), std::move(controller))
+        , m_view(std::make_shared<RecordingEditView>(m_log, m_part->graphicView()))
+        , m_window(std::make_shared<RecordingWindowController>(m_log, m_part->windowController()))
     {
     }
-    std::shared_ptr<TLLayer> activeLayer() const override { return m_controller->activeLayer(); }
-    std::size_t masterIndex() const override { return m_controller->masterIndex(); }
+    std::shared_ptr<TLLayer> activeLayer() const override { return m_part->activeLayer(); }
+    std::size_t masterIndex() const override { return m_part->masterIndex(); }
     std::shared_ptr<TLGlyphEditView> graphicView() const override { return m_view; }
     std::shared_ptr<TLWindowController> windowController() const override { return m_window; }
     void reflowKeepActiveContentCenteredWithCallback(
         std::function<void(std::shared_ptr<NSObject> const&)> callback) override
     {
         m_log->push_back("reflow");
-        m_controller->reflowKeepActiveContentCenteredWithCallback(
+        m_part->reflowKeepActiveContentCenteredWithCallback(
             [this, callback](std::shared_ptr<NSObject> const& object) {
                 callback(object);
                 m_log->push_back("laid out");
@@ -78,8 +72,6 @@ public:
     }
 
 private:
-    CallLog m_log;
-    std::shared_ptr<TLEditViewController> m_controller;
     std::shared_ptr<RecordingEditView> m_view;
     std::shared_ptr<RecordingWindowController> m_window;
 };

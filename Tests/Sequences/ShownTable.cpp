@@ -286,6 +286,7 @@ void ShownTable::requireControls(AxisCellView const& row, FreshRow const& fresh,
     require(slider.minValue() == range[0] && slider.maxValue() == range[2], "the bounds of " + name);
     require(slider.neutralValue() == range[1], "the neutral value of " + name);
     require(slider.landmarks() == fresh.content.landmarks, "the landmarks of " + name);
+    require(field.placeholderString() == (usable ? "" : "––"), "the placeholder of " + name);
     auto const units = std::ceil(range[2] - range[0]);
     auto const digits = units < 2 ? 3 : units < 10 ? 1 : 0;
     require(field.formatter()->maximumFractionDigits() == digits, "the digits of " + name);
