@@ -115,6 +115,9 @@ TEST_F(Matching, looksAtMasterAndIntermediateLayersOnlyAndAtGlyphAxesToo)
     EXPECT_EQ(layerAt({ { "bar", 30.0 } }, "regular"), "none");
     EXPECT_FALSE(layerMatchesLocation(*glyph->layerForId("raised"), *glyph, {}));
     EXPECT_TRUE(layerMatchesLocation(*glyph->layerForId("regular"), *glyph, {}));
+    glyph->removeLayer("regular");
+    glyph->removeLayer("second regular");
+    EXPECT_EQ(layerAt({}, "regular"), "none") << "a sketch stands nowhere, not at the default";
 }
 
 TEST(MatchingWithoutAxes, everythingMatches)
