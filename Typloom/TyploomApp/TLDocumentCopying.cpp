@@ -66,7 +66,9 @@ void TLDocumentCopying::tellOfSuccess(
     auto* const box = TLMakeMessage(m_window, QMessageBox::Information, "The copy is saved.",
         notes.empty() ? details : details + "\n\n" + TLListOf(notes));
     auto* const open = box->addButton("Open Copy", QMessageBox::ActionRole);
-    box->setDefaultButton(box->addButton(QMessageBox::Ok));
+    auto* const ok = box->addButton(QMessageBox::Ok);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
     QObject::connect(open, &QPushButton::clicked, &m_window, [this, designspace] {
         if (m_open) {
             m_open(designspace);
@@ -80,7 +82,9 @@ void TLDocumentCopying::tellOfFailure(std::string const& sentence)
     auto* const box
         = TLMakeMessage(m_window, QMessageBox::Critical, "The copy was not saved.", toQString(sentence));
     auto* const again = box->addButton("Save a Copy…", QMessageBox::ActionRole);
-    box->setDefaultButton(box->addButton(QMessageBox::Ok));
+    auto* const ok = box->addButton(QMessageBox::Ok);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
     QObject::connect(again, &QPushButton::clicked, &m_window, [this] { choose(); });
     box->open();
 }

@@ -79,7 +79,9 @@ void TLDocumentSaving::attempt(TLSaveOptions options, Answer const& then)
     auto* const box = TLMakeMessage(
         m_window, QMessageBox::Critical, "The family was not saved.", toQString(outcome.sentence));
     auto* const copy = box->addButton("Save a Copy…", QMessageBox::ActionRole);
-    box->setDefaultButton(box->addButton(QMessageBox::Ok));
+    auto* const ok = box->addButton(QMessageBox::Ok);
+    box->setDefaultButton(ok);
+    box->setEscapeButton(ok);
     QObject::connect(copy, &QPushButton::clicked, &m_window, [this] { m_copying.choose(); });
     box->open();
     then(false);
