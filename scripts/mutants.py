@@ -147,6 +147,9 @@ def run(mutants):
     built = build(sorted({program for mutant in mutants for program, _ in programs(mutant)}))
     if built.returncode != 0:
         sys.exit("The tree does not build as it is:\n" + built.stdout[-4000:])
+    for tests in sorted({mutant.fields["tests"] for mutant in mutants}):
+        if found := failing_test(Mutant("none", 0, {"tests": tests})):
+            sys.exit(f"{found} fails as things are: it would take every mutant for dead.")
     outcomes = []
     for mutant in mutants:
         started = time.monotonic()

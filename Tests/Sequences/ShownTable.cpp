@@ -23,6 +23,10 @@ public:
         auto const* const item = notification->userInfoValue<SidebarItem>(moravelItemKey);
         auto const sidebar = m_sidebar.lock();
         told.push_back(item ? *item : SidebarItem {});
+        auto const content = sidebar->tableState()->rowContentByItem().find(told.back());
+        if (content != sidebar->tableState()->rowContentByItem().end()) {
+            names[told.back()] = content->second.axis->name();
+        }
         auto const& snapshot = sidebar->dataSource()->snapshot();
         isMirror = isMirror && item && sidebar->dataSource()->rowForItem(*item)
             && sidebar->tableState()->rowContentByItem().contains(*item)
@@ -31,6 +35,7 @@ public:
     }
 
     std::vector<SidebarItem> told;
+    std::unordered_map<SidebarItem, std::string> names; ///< Of the axes, when their rows were told.
     bool isMirror { true };
 
 private:
@@ -248,14 +253,16 @@ void ShownTable::requireConsistent()
         auto const& content = state.rowContentByItem().at(*row->item());
         auto const& told = m_listener->told;
         auto& shown = m_shown[*row->item()];
-        if (shown.view.lock() != row || std::ranges::find(told, *row->item()) != told.end()) {
+        auto const isNewView = shown.view.lock() != row;
+        if (isNewView || std::ranges::find(told, *row->item()) != told.end()) {
             auto const isTouched = m_touched.contains(*row->item());
             // A number that is shown again leaves alone what is being typed in its place.
             auto const before = m_contents.find(*row->item());
             auto const isSameText
                 = before != m_contents.end() && std::abs(before->second.position - content.position) < 1;
             auto const isTyped = isTouched || (shown.isTyped && isSameText);
-            shown = { row, content.axis->name(), isTouched, isTyped };
+            auto const& name = isNewView ? content.axis->name() : m_listener->names[*row->item()];
+            shown = { row, name, isTouched, isTyped };
         }
         requireRow(*row, content, shown);
     }
