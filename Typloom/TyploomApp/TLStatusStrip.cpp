@@ -69,6 +69,7 @@ TLStatusStrip::TLStatusStrip()
     : m_impl(std::make_unique<Impl>())
 {
     auto* const label = m_impl->label;
+    TLPresentAsNamedLine(*label);
     label->setAccessibleName("Location");
     auto font = label->font();
     font.setWeight(QFont::DemiBold);
@@ -76,9 +77,8 @@ TLStatusStrip::TLStatusStrip()
     label->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 
     auto* const coordinates = m_impl->coordinatesLabel;
-    coordinates->setAccessibleName("Coordinates");
-    TLPresentAsNamedLine(*label);
     TLPresentAsNamedLine(*coordinates);
+    coordinates->setAccessibleName("Coordinates");
     coordinates->setForegroundRole(QPalette::PlaceholderText);
     coordinates->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
