@@ -20,10 +20,29 @@ static std::string plist(std::string const& content)
     return head + "<plist version=\"1.0\">\n" + content + "</plist>\n";
 }
 
+/// Letters have their character.
+static std::string unicode(std::string const& name)
+{
+    constexpr char const* digits = "0123456789ABCDEF";
+    auto const code = static_cast<unsigned char>(name[0]);
+    return name.size() > 1
+        ? std::string()
+        : std::string("<unicode hex=\"00") + digits[code / 16] + digits[code % 16] + "\"/>\n";
+}
+
+/// The first glyphs are letters, as families have them.
+static std::string glyphName(std::size_t glyph)
+{
+    if (glyph < 52) {
+        return std::string(1, static_cast<char>(glyph < 26 ? 'A' + glyph : 'a' + glyph - 26));
+    }
+    return "ring" + std::to_string(glyph);
+}
+
 static std::string glif(std::string const& name, TLOutline const& outline, std::string const& lib = {})
 {
     auto text = head + "<glyph name=\"" + name + "\" format=\"2\">\n<advance width=\""
-        + number(outline.advance) + "\"/>\n<outline>\n";
+        + number(outline.advance) + "\"/>\n" + unicode(name) + "<outline>\n";
     for (auto const& contour : outline.contours) {
         text += "<contour>\n";
         for (auto const& point : contour.points) {
@@ -94,7 +113,7 @@ void FamilyFiles::writeMaster(FamilySize const& size, std::size_t master, std::s
     };
     addGlyph("big", 0, master == 0 ? bigGlyphLib(size) : std::string());
     for (std::size_t glyph = 0; glyph < glyphs; ++glyph) {
-        addGlyph("ring" + std::to_string(glyph), glyph, {});
+        addGlyph(glyphName(glyph), glyph, {});
     }
     write(ufo / "glyphs" / "contents.plist", plist(contents + "</dict>\n"));
     write(

@@ -12,9 +12,9 @@ struct FamilySize {
 };
 
 inline constexpr FamilySize familySizes[] = {
-    { "typical", 3, 6, 20, 0 },
-    { "big", 16, 60, 200, 8 },
-    { "extreme", 256, 1024, 4096, 64 },
+    { "T", 3, 6, 20, 0 },
+    { "B", 16, 60, 200, 4 },
+    { "X", 256, 1024, 4096, 64 },
 };
 
 /// Every axis goes from 0, the default, to 1000.

@@ -12,6 +12,12 @@ if(TYPLOOM_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+if(TYPLOOM_FUZZ)
+    set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1")
+    add_compile_options(-Wno-error) # The compiler of every other build judges warnings.
+    add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)

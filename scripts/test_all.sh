@@ -80,6 +80,8 @@ if built "Tests under the sanitizers" "$root/build-sanitize" -DTYPLOOM_TESTS=ON 
     tests "Tests under the sanitizers" "$root/build-sanitize"
 fi
 
+check "Fuzzing" "$root/fuzz" --runs 20000
+
 printf '\n'
 printf '%s\n' "${summary[@]}"
 echo "$passed passed, $failed failed"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/AppKit/NSDiffableDataSourceSnapshot.h"
+#include "Platform/AppKit/NSItemTokens.h"
 #include "Platform/AppKit/NSTableView.h"
 
 #include <optional>
@@ -46,7 +47,6 @@ private:
         std::vector<NSTableRow> rows;
         std::vector<Place> places; ///< Of the rows.
         std::unordered_map<SectionIdentifier, std::uint64_t> sectionTokens;
-        std::unordered_map<ItemIdentifier, std::size_t> rowOfItem;
     };
     /// Shared with an application that is going on, which the data source need not outlive.
     struct State {
@@ -57,9 +57,12 @@ private:
         Layout layout;
         std::uint64_t lastToken { 0 };
     };
+    using Tokens = NSItemTokens<ItemIdentifier>;
     static Layout layoutOf(Snapshot const& snapshot, State& state);
-    static void appendSection(
-        typename Snapshot::Section const& section, std::size_t index, State& state, Layout& layout);
+    /// The items of a snapshot in their order, with no tokens yet.
+    static std::vector<typename Tokens::Entry> itemsOf(Snapshot const& snapshot);
+    /// The same with their tokens: those that they have already, new ones for new items.
+    static std::vector<typename Tokens::Entry> itemsWithTokens(Snapshot const& snapshot, State& state);
     static std::shared_ptr<NSView> makeRowView(State const& state, std::size_t row);
 
     std::shared_ptr<State> m_state { std::make_shared<State>() };
@@ -97,38 +100,63 @@ template <class S, class I>
 auto NSTableViewDiffableDataSource<S, I>::layoutOf(Snapshot const& snapshot, State& state) -> Layout
 {
     Layout layout;
-    layout.rowOfItem.reserve(snapshot.numberOfItems());
-    auto const& sections = snapshot.sections();
-    for (std::size_t section = 0; section < sections.size(); ++section) {
-        appendSection(sections[section], section, state, layout);
+    auto const items = itemsWithTokens(snapshot, state);
+    layout.rows.reserve(items.size() + snapshot.numberOfSections());
+    layout.places.reserve(layout.rows.capacity());
+    auto next = items.begin();
+    for (std::size_t index = 0; index < snapshot.numberOfSections(); ++index) {
+        auto const& section = snapshot.sections()[index];
+        auto const known = state.layout.sectionTokens.find(section.identifier);
+        auto const token = known == state.layout.sectionTokens.end() ? ++state.lastToken : known->second;
+        if (!layout.sectionTokens.emplace(section.identifier, token).second) {
+            NSFatalError(
+                "a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
+        }
+        if (state.headerProvider) {
+            layout.places.push_back({ .section = index });
+            layout.rows.push_back({ .token = token, .isGroupRow = true });
+        }
+        for (std::size_t item = 0; item < section.items.size(); ++item, ++next) {
+            layout.places.push_back({ .section = index, .item = item });
+            layout.rows.push_back({ .token = next->token });
+        }
     }
     return layout;
 }
 
 template <class S, class I>
-void NSTableViewDiffableDataSource<S, I>::appendSection(
-    typename Snapshot::Section const& section, std::size_t index, State& state, Layout& layout)
+auto NSTableViewDiffableDataSource<S, I>::itemsOf(Snapshot const& snapshot)
+    -> std::vector<typename Tokens::Entry>
 {
-    Layout const& before = state.layout;
-    auto const known = before.sectionTokens.find(section.identifier);
-    auto const token = known == before.sectionTokens.end() ? ++state.lastToken : known->second;
-    if (!layout.sectionTokens.emplace(section.identifier, token).second) {
-        NSFatalError("a snapshot holds the section " + std::string(describe(section.identifier)) + " twice");
-    }
-    if (state.headerProvider) {
-        layout.places.push_back({ .section = index });
-        layout.rows.push_back({ .token = token, .isGroupRow = true });
-    }
-    for (std::size_t item = 0; item < section.items.size(); ++item) {
-        auto const& identifier = section.items[item];
-        if (!layout.rowOfItem.emplace(identifier, layout.rows.size()).second) {
-            NSFatalError("a snapshot holds the item " + std::string(describe(identifier)) + " twice");
+    std::vector<typename Tokens::Entry> entries;
+    entries.reserve(snapshot.numberOfItems());
+    for (auto const& section : snapshot.sections()) {
+        for (auto const& item : section.items) {
+            entries.push_back({ &item });
         }
-        auto const row = before.rowOfItem.find(identifier);
-        bool const isNew = row == before.rowOfItem.end();
-        layout.places.push_back({ .section = index, .item = item });
-        layout.rows.push_back({ .token = isNew ? ++state.lastToken : before.rows[row->second].token });
     }
+    return entries;
+}
+
+template <class S, class I>
+auto NSTableViewDiffableDataSource<S, I>::itemsWithTokens(Snapshot const& snapshot, State& state)
+    -> std::vector<typename Tokens::Entry>
+{
+    auto before = itemsOf(state.snapshot);
+    auto at = before.begin();
+    for (auto const& row : state.layout.rows) {
+        if (!row.isGroupRow) {
+            (at++)->token = row.token;
+        }
+    }
+    auto items = itemsOf(snapshot);
+    if (auto const repeated = Tokens(std::move(before)).fillIn(items)) {
+        NSFatalError("a snapshot holds the item " + std::string(describe(*items[*repeated].item)) + " twice");
+    }
+    for (auto& item : items) {
+        item.token = item.token == 0 ? ++state.lastToken : item.token;
+    }
+    return items;
 }
 
 template <class S, class I>
@@ -154,6 +182,12 @@ std::shared_ptr<NSView> NSTableViewDiffableDataSource<S, I>::makeRowView(State c
 template <class S, class I>
 std::optional<std::size_t> NSTableViewDiffableDataSource<S, I>::rowForItem(I const& item) const
 {
-    auto const row = m_state->layout.rowOfItem.find(item);
-    return row == m_state->layout.rowOfItem.end() ? std::nullopt : std::optional(row->second);
+    auto const& [rows, places, sectionTokens] = m_state->layout;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        auto const& place = places[row];
+        if (!rows[row].isGroupRow && m_state->snapshot.sections()[place.section].items[place.item] == item) {
+            return row;
+        }
+    }
+    return std::nullopt;
 }

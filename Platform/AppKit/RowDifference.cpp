@@ -37,29 +37,32 @@ Middle middleOf(Rows before, Rows after)
 struct Unmatched {
     std::vector<std::size_t> before;
     std::vector<std::size_t> after;
+    bool areSomeReplaced { false }; ///< Somewhere the lists did not agree again within reach.
 
     bool isTooMuch() const { return before.size() + after.size() > 2 * lookAhead; }
 };
 
-/// Steps over the fewest rows of one side after which both lists agree again. False when that is
-/// further than the walk looks.
-bool skipToNextRun(Middle const& middle, std::size_t& i, std::size_t& j, Unmatched& unmatched)
+/// Steps over the fewest rows of one side after which both lists agree again. Where that is further than
+/// the walk looks, one row of each side is taken for replaced.
+void skipToNextRun(Middle const& middle, std::size_t& i, std::size_t& j, Unmatched& unmatched)
 {
     for (std::size_t skip = 1; skip <= lookAhead; ++skip) {
         if (i + skip < middle.before.size() && middle.before[i + skip] == middle.after[j]) {
             for (auto const end = i + skip; i < end; ++i) {
                 unmatched.before.push_back(i);
             }
-            return true;
+            return;
         }
         if (j + skip < middle.after.size() && middle.after[j + skip] == middle.before[i]) {
             for (auto const end = j + skip; j < end; ++j) {
                 unmatched.after.push_back(j);
             }
-            return true;
+            return;
         }
     }
-    return false;
+    unmatched.before.push_back(i++);
+    unmatched.after.push_back(j++);
+    unmatched.areSomeReplaced = true;
 }
 
 std::optional<Unmatched> walkEqualRuns(Middle const& middle)
@@ -71,8 +74,11 @@ std::optional<Unmatched> walkEqualRuns(Middle const& middle)
         if (middle.before[i] == middle.after[j]) {
             ++i;
             ++j;
-        } else if (!skipToNextRun(middle, i, j, unmatched) || unmatched.isTooMuch()) {
-            return std::nullopt;
+        } else {
+            skipToNextRun(middle, i, j, unmatched);
+            if (unmatched.isTooMuch()) {
+                return std::nullopt;
+            }
         }
     }
     for (; i < middle.before.size() && !unmatched.isTooMuch(); ++i) {
@@ -81,20 +87,21 @@ std::optional<Unmatched> walkEqualRuns(Middle const& middle)
     for (; j < middle.after.size() && !unmatched.isTooMuch(); ++j) {
         unmatched.after.push_back(j);
     }
-    return unmatched.isTooMuch() ? std::nullopt : std::optional(unmatched);
+    return unmatched.isTooMuch() ? std::nullopt : std::optional(std::move(unmatched));
 }
 
 /// The difference that the walk found, when it is certain to be a smallest one. A row that is
 /// unmatched on both sides crosses a row that was matched, so at least one move is needed: a walk
-/// that finds no more than one is right. With more of them another choice might have been better.
+/// that finds no more than one is right. With more of them, or where a row taken for replaced has only
+/// moved, another choice might have been better.
 std::optional<RowDifference> differenceOfFewChanges(Middle const& middle)
 {
-    auto const unmatched = walkEqualRuns(middle);
+    auto unmatched = walkEqualRuns(middle);
     if (!unmatched) {
         return std::nullopt;
     }
     RowDifference difference;
-    auto inserted = unmatched->after;
+    auto inserted = std::move(unmatched->after);
     for (std::size_t const from : unmatched->before) {
         auto const to = std::find_if(inserted.begin(), inserted.end(),
             [&](std::size_t j) { return middle.after[j] == middle.before[from]; });
@@ -106,7 +113,8 @@ std::optional<RowDifference> differenceOfFewChanges(Middle const& middle)
         }
     }
     difference.inserted = std::move(inserted);
-    return difference.moved.size() > 1 ? std::nullopt : std::optional(difference);
+    auto const mostMoves = unmatched->areSomeReplaced ? 0u : 1u;
+    return difference.moved.size() > mostMoves ? std::nullopt : std::optional(std::move(difference));
 }
 
 /// Marks the members of a longest ascending subsequence.
@@ -131,28 +139,51 @@ std::vector<bool> longestAscending(std::vector<RowDifference::Move> const& pairs
     return marked;
 }
 
+/// Finds rows by their token. Few of them are looked through, which is quicker than a table.
+class RowPlaces {
+public:
+    explicit RowPlaces(Rows rows)
+        : m_rows(rows)
+    {
+        if (m_rows.size() > fewRows) {
+            m_places.reserve(m_rows.size());
+            for (std::size_t i = 0; i < m_rows.size(); ++i) {
+                m_places.emplace(m_rows[i].token, i);
+            }
+        }
+    }
+    /// The number of rows where there is none of that token.
+    std::size_t find(std::uint64_t token) const
+    {
+        if (m_rows.size() > fewRows) {
+            auto const place = m_places.find(token);
+            return place == m_places.end() ? m_rows.size() : place->second;
+        }
+        auto const isIt = [token](NSTableRow const& row) { return row.token == token; };
+        return static_cast<std::size_t>(std::find_if(m_rows.begin(), m_rows.end(), isIt) - m_rows.begin());
+    }
+
+private:
+    static constexpr std::size_t fewRows = 24;
+    Rows m_rows;
+    std::unordered_map<std::uint64_t, std::size_t> m_places;
+};
+
 RowDifference differenceByTable(Middle const& middle)
 {
-    constexpr auto used = static_cast<std::size_t>(-1);
-    std::unordered_map<std::uint64_t, std::size_t> places;
-    places.reserve(middle.before.size());
-    for (std::size_t i = 0; i < middle.before.size(); ++i) {
-        places.emplace(middle.before[i].token, i);
-    }
+    RowPlaces const places(middle.before);
 
     RowDifference difference;
     std::vector<RowDifference::Move> kept;
     std::vector<bool> stays(middle.before.size());
     for (std::size_t j = 0; j < middle.after.size(); ++j) {
         auto const place = places.find(middle.after[j].token);
-        if (place == places.end() || place->second == used
-            || middle.before[place->second] != middle.after[j]) {
+        if (place == stays.size() || stays[place] || middle.before[place] != middle.after[j]) {
             difference.inserted.push_back(j);
             continue;
         }
-        kept.push_back({ place->second, j });
-        stays[place->second] = true;
-        place->second = used;
+        kept.push_back({ place, j });
+        stays[place] = true;
     }
     for (std::size_t i = 0; i < stays.size(); ++i) {
         if (!stays[i]) {
@@ -173,8 +204,8 @@ RowDifference differenceByTable(Middle const& middle)
 RowDifference rowDifference(Rows before, Rows after)
 {
     auto const middle = middleOf(before, after);
-    auto const few = differenceOfFewChanges(middle);
-    auto difference = few ? *few : differenceByTable(middle);
+    auto few = differenceOfFewChanges(middle);
+    auto difference = few ? std::move(*few) : differenceByTable(middle);
     for (auto& index : difference.removed) {
         index += middle.start;
     }

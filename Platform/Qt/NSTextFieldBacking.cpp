@@ -48,7 +48,7 @@ void NSTextFieldBacking::attach(NSView& owner)
 
 QString NSTextFieldBacking::text() const
 {
-    return !widget ? QString() : field ? field->text() : label->text();
+    return !widget ? QString() : field ? field->text() : label->wholeText();
 }
 
 void NSTextFieldBacking::show(QString const& text)
@@ -59,9 +59,7 @@ void NSTextFieldBacking::show(QString const& text)
         return;
     }
     if (label) {
-        label->setText(text);
-        label->textDidChange();
-        return;
+        return label->show(text);
     }
     bool const wasSelected = field->hasSelectedText() && field->selectedText() == field->text();
     field->setText(text);

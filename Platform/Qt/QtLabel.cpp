@@ -4,10 +4,30 @@
 #include <QPainter>
 #include <QStyle>
 
+/// A line is laid out as a whole, which for millions of characters takes seconds.
+static QString clipped(QString const& text)
+{
+    constexpr qsizetype longest = 2000;
+    return text.size() <= longest ? text : text.left(longest) + QChar(0x2026);
+}
+
 QtLabel::QtLabel(bool wraps)
 {
     setTextFormat(Qt::PlainText);
     setWordWrap(wraps);
+}
+
+void QtLabel::show(QString const& text)
+{
+    m_wholeText = text;
+    setText(clipped(text));
+    textDidChange();
+}
+
+/// An interface description sets the text of any label.
+QString QtLabel::wholeText() const
+{
+    return text() == clipped(m_wholeText) ? m_wholeText : text();
 }
 
 QString QtLabel::shownText() const

@@ -169,6 +169,11 @@ TEST_F(Diffable, stopsTheProgramAtARepeatedItemOrSectionAndNamesIt)
     EXPECT_DEATH(apply({ { "Font", { 1, 2, 1 } } }), "number 1");
     EXPECT_DEATH(apply({ { "Font", { 1 } }, { "Glyph", { 1 } } }), "number 1");
     EXPECT_DEATH(apply({ { "Font", {} }, { "Font", {} } }), "Font");
+    apply({ { "Font", { 1, 2, 3 } } });
+    EXPECT_DEATH(apply({ { "Font", { 1, 2, 3, 2 } } }), "number 2");
+    EXPECT_DEATH(apply({ { "Font", { 9, 1, 9, 2, 3 } } }), "number 9");
+    EXPECT_DEATH(apply({ { "Font", { 4, 5, 6, 7, 8, 4 } } }), "number 4");
+    EXPECT_DEATH(apply({ { "Font", { 4, 5, 6, 7, 8, 3, 2, 1, 2 } } }), "number 2");
 }
 
 TEST_F(Diffable, endsInTheNewestStateWhenAProviderAppliesAnother)

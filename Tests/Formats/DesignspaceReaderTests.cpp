@@ -5,10 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-
-#include <sys/stat.h>
-
 namespace {
 
 std::shared_ptr<TLFont> open(FamilyWriter const& family)
@@ -125,20 +121,6 @@ TEST(DesignspaceReader, aDefaultSourceWithALayerIsAMaster)
     EXPECT_THAT(font->report(), testing::ElementsAre(testing::HasSubstr("read as a master")));
 }
 
-TEST(DesignspaceReader, ufosElsewhereAreReadAndMarked)
-{
-    FamilyWriter family;
-    family.sources = FamilyWriter::source("../elsewhere/Light.ufo", "light", "0")
-        + FamilyWriter::source(family.path("Bold.ufo").string(), "bold", "1000");
-    family.writeFamily();
-    family.writeUfo("../elsewhere/Light.ufo", 77);
-    auto const font = open(family);
-    ASSERT_EQ(font->fontMasters().size(), 2U);
-    EXPECT_EQ(font->glyphForName("A")->layerForId("light")->outline().advance, 77);
-    EXPECT_THAT(
-        font->report(), testing::ElementsAre(testing::HasSubstr("'../elsewhere/Light.ufo' lies outside")));
-}
-
 TEST(DesignspaceReader, glyphsAreReadWhenTheyAreFirstNeeded)
 {
     FamilyWriter family;
@@ -204,42 +186,4 @@ TEST(DesignspaceReader, charactersAreFoundUnderTheirUsualNamesAndUnderAnyOther)
         EXPECT_EQ(font->glyphNameForCharacter(character), name) << std::uint32_t(character);
     }
     EXPECT_EQ(font->loadedGlyphForName("A"), nullptr) << "finding a name reads no glyph";
-}
-
-TEST(DesignspaceReader, whatIsNoFileIsRefusedAtOnce)
-{
-    FamilyWriter family;
-    family.writeFamily();
-    EXPECT_THAT(TLOpenFamily(family.path("")).error().sentence(), testing::HasSubstr("folder"));
-    EXPECT_THAT(TLOpenFamily(family.path("gone")).error().sentence(), testing::HasSubstr("no such file"));
-    ASSERT_EQ(::mkfifo(family.path("pipe").c_str(), 0600), 0);
-    EXPECT_THAT(
-        TLOpenFamily(family.path("pipe")).error().sentence(), testing::HasSubstr("not a regular file"));
-}
-
-TEST(DesignspaceReader, tenThousandSourcesOfOneUfoAndOneNameOpenAtOnce)
-{
-    FamilyWriter family;
-    family.sources.clear();
-    for (int index = 0; index < 10'000; ++index) {
-        family.sources += FamilyWriter::source("Light.ufo", "same", std::to_string(index));
-    }
-    family.writeFamily();
-    auto const start = std::chrono::steady_clock::now();
-    auto const font = open(family);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(8));
-    ASSERT_EQ(font->fontMasters().size(), 10'000U);
-    EXPECT_EQ(font->fontMasters().back()->id(), "same#10000");
-    EXPECT_EQ(font->glyphForName("A")->layers().size(), 10'000U);
-}
-
-TEST(DesignspaceReader, componentsInACircleOpen)
-{
-    FamilyWriter family;
-    family.writeFamily();
-    family.write("Light.ufo/glyphs/A.glif", FamilyWriter::glif("A", "<component base=\"B\"/>", 1));
-    family.write("Light.ufo/glyphs/B.glif", FamilyWriter::glif("B", "<component base=\"A\"/>", 1));
-    auto const font = open(family);
-    EXPECT_EQ(font->glyphForName("A")->layerForId("light")->outline().components.front().base, "B");
-    EXPECT_EQ(font->glyphForName("B")->layerForId("light")->outline().components.front().base, "A");
 }

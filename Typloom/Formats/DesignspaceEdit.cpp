@@ -77,13 +77,15 @@ void DesignspaceEdit::setStyleName(XmlElement source, std::string const& styleNa
 void DesignspaceEdit::setPlace(XmlElement source, std::string const& axisName, double value)
 {
     auto const location = ensureChild(m_edit, source, "location");
-    for (auto const dimension : m_edit.children(location, "dimension")) {
-        if (m_edit.attribute(dimension, "name") == axisName) {
-            m_edit.removeAttribute(dimension, "uservalue");
-            return m_edit.setAttribute(dimension, "xvalue", describeNumber(value));
-        }
+    auto const dimensions = m_edit.children(location, "dimension");
+    auto const isOnAxis = [&](XmlElement element) { return m_edit.attribute(element, "name") == axisName; };
+    auto const last = std::find_if(dimensions.rbegin(), dimensions.rend(), isOnAxis); // The one that counts.
+    if (last == dimensions.rend()) {
+        m_edit.appendChild(location, dimensionText(axisName, value));
+        return;
     }
-    m_edit.appendChild(location, dimensionText(axisName, value));
+    m_edit.removeAttribute(*last, "uservalue");
+    m_edit.setAttribute(*last, "xvalue", describeNumber(value));
 }
 
 std::set<std::string> DesignspaceEdit::sourceNames() const

@@ -1,5 +1,6 @@
 #include "Typloom/Formats/DesignspaceParser.h"
 
+#include "Typloom/Formats/NameLimit.h"
 #include "Typloom/Formats/Numbers.h"
 #include "Typloom/Formats/XmlDocument.h"
 
@@ -65,6 +66,9 @@ private:
         if (axis.name.empty()) {
             axis.name = axis.tag;
             note(node, "an axis has no name and goes by its tag " + inQuotes(axis.tag));
+        }
+        if (std::max(axis.name.size(), axis.tag.size()) > longestAxisName) {
+            return m_numbers.fail(node, "the name or tag " + inQuotes(axis.name) + " of an axis is too long");
         }
         if (std::any_of(m_result.axes.begin(), m_result.axes.end(),
                 [&axis](auto const& earlier) { return earlier.name == axis.name; })) {

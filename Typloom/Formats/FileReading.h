@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-/// Bytes of the largest file that is read.
-inline constexpr std::size_t fileSizeLimit = std::size_t(256) * 1024 * 1024;
+/// Bytes of the largest file that is read. A parser keeps a copy, and a tree (`xmlTreeLimit`).
+inline constexpr std::size_t fileSizeLimit = std::size_t(64) * 1024 * 1024;
 
 /// The whole content of a regular file. Anything else (a folder, a pipe, a device) is an error at
 /// once, without waiting for it. `displayName` is the name that errors give. `stamp` gets what was

@@ -29,8 +29,10 @@ public:
                 m_glif.unicodes.push_back(*character);
             }
         }
-        for (auto const node : root.children("anchor")) {
-            readAnchor(node);
+        if (!m_isFormat1) {
+            for (auto const node : root.children("anchor")) {
+                readAnchor(node);
+            }
         }
         for (auto const node : root.child("outline").children()) {
             std::string_view const kind = node.name();

@@ -1,5 +1,6 @@
 #include "Typloom/Formats/GlyphDesignspace.h"
 
+#include "Typloom/Formats/NameLimit.h"
 #include "Typloom/Formats/Numbers.h"
 
 #include <algorithm>
@@ -62,6 +63,9 @@ private:
         auto const what = "axis " + inQuotes(fullName);
         if (fullName.empty() || !minimum || !given || !maximum) {
             return note(what, "lacks a name or a number and is left out");
+        }
+        if (fullName.size() > longestAxisName) {
+            return note(what, "has too long a name and is left out");
         }
         if (*minimum > *maximum) {
             return note(what, "begins behind its end and is left out");

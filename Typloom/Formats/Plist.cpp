@@ -18,6 +18,16 @@ pugi::xml_node nextElement(pugi::xml_node node)
     return node;
 }
 
+/// All of it: comments and CDATA sections make pieces of a text.
+std::string textOf(pugi::xml_node node)
+{
+    std::string text;
+    for (auto const piece : node.children()) {
+        text += piece.value(); // An element has none.
+    }
+    return text;
+}
+
 class PlistReader {
 public:
     explicit PlistReader(XmlDocument const& document)
@@ -36,7 +46,7 @@ public:
         } else if (kind == "array") {
             readArray(node, depth, value.content.emplace<PlistValue::Array>());
         } else if (kind == "string") {
-            value.content = std::string(node.child_value());
+            value.content = textOf(node);
         } else if (kind == "integer" || kind == "real") {
             readNumber(node, value);
         } else if (kind == "true" || kind == "false") {
@@ -54,7 +64,7 @@ private:
             if (std::string_view(key.name()) != "key" || !value) {
                 return fail(key, "its property list has no key and value in turn");
             }
-            auto const [entry, isNew] = entries.try_emplace(key.child_value());
+            auto const [entry, isNew] = entries.try_emplace(textOf(key));
             PlistValue repeated;
             read(value, depth + 1, isNew ? entry->second : repeated);
             key = value;
@@ -70,7 +80,8 @@ private:
 
     static void readNumber(pugi::xml_node node, PlistValue& value)
     {
-        std::string_view text = node.child_value();
+        auto const whole = textOf(node);
+        std::string_view text = whole;
         auto const first = text.find_first_not_of(" \t\r\n");
         text = first == std::string_view::npos ? std::string_view {} : text.substr(first);
         text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);

@@ -127,8 +127,7 @@ void Ufo::addLayer(std::string name, std::string directory, std::vector<std::str
     if (!isLayerDirectory(directory)) {
         return leaveOut("its folder " + inQuotes(directory) + " has a name that is not allowed");
     }
-    if (std::any_of(m_layers.begin(), m_layers.end(),
-            [&](auto const& layer) { return layer.name == name || layer.directory == directory; })) {
+    if (m_layersByName.contains(name) || m_layersByDirectory.contains(directory)) {
         return leaveOut("its name or its folder is there twice");
     }
     std::error_code problem;
@@ -162,6 +161,8 @@ void Ufo::addLayer(std::string name, std::string directory, std::vector<std::str
     if (layer.directory == "glyphs") {
         m_defaultLayer = m_layers.size();
     }
+    m_layersByName.emplace(layer.name, m_layers.size());
+    m_layersByDirectory.emplace(layer.directory, m_layers.size());
     m_layers.push_back(std::move(layer));
 }
 
@@ -203,12 +204,8 @@ void Ufo::readInfo(std::vector<std::string>& report)
 
 std::optional<std::size_t> Ufo::layerNamed(std::string_view name) const
 {
-    auto const found = std::find_if(
-        m_layers.begin(), m_layers.end(), [name](auto const& layer) { return layer.name == name; });
-    if (found == m_layers.end()) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - m_layers.begin());
+    auto const found = m_layersByName.find(name);
+    return found == m_layersByName.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::vector<std::string> Ufo::readGlyphOrder(std::vector<std::string>& report) const

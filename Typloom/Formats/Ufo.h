@@ -61,6 +61,8 @@ private:
     std::shared_ptr<FamilyFiles> m_files;
     int m_version { 3 };
     std::vector<UfoLayer> m_layers;
+    TLStringMap<std::size_t> m_layersByName;
+    TLStringMap<std::size_t> m_layersByDirectory;
     std::optional<std::size_t> m_defaultLayer;
     TLFontMaster::Metrics m_metrics;
     std::string m_familyName;

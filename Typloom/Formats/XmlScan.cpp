@@ -44,9 +44,13 @@ public:
                 }
             } else if (startsWith("</")) {
                 m_depth -= m_depth > 0 ? 1 : 0;
+                m_size += sizeOfNode; // Of a text before it.
                 skipBehind(">", 2);
             } else if (opensElement() && ++m_depth > xmlDepthLimit) {
                 return XmlScanProblem { start, "its elements are nested too deeply" };
+            }
+            if (m_size > xmlTreeLimit) {
+                return XmlScanProblem { start, "it has too many elements" };
             }
         }
         return std::nullopt;
@@ -66,12 +70,14 @@ private:
     bool opensElement()
     {
         char quote = 0;
+        m_size += sizeOfNode;
         for (++m_offset; m_offset < m_text.size(); ++m_offset) {
             char const character = m_text[m_offset];
             if (quote != 0) {
                 quote = character == quote ? char(0) : quote;
             } else if (character == '"' || character == '\'') {
                 quote = character;
+                m_size += sizeOfAttribute;
             } else if (character == '>') {
                 bool const isEmpty = m_text[m_offset - 1] == '/';
                 ++m_offset;
@@ -97,9 +103,14 @@ private:
         return false;
     }
 
+    /// Bytes that they take in a parsed tree.
+    static constexpr std::size_t sizeOfNode = 64;
+    static constexpr std::size_t sizeOfAttribute = 40;
+
     std::string_view m_text;
     std::size_t m_offset { 0 };
     std::size_t m_depth { 0 };
+    std::size_t m_size { 0 }; ///< Of the tree that the parser will make.
 };
 
 } // namespace

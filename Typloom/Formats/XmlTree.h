@@ -30,6 +30,9 @@ public:
     };
 
     XmlTree();
+    XmlTree(XmlTree&&) = default;
+    XmlTree& operator=(XmlTree&&) = default;
+    XmlTree(XmlTree const&) = delete; ///< The nodes of a copy would view the texts of the first.
     Node& operator[](Index node) { return m_nodes[node]; }
     Index size() const { return static_cast<Index>(m_nodes.size()); }
     Node const& operator[](Index node) const { return m_nodes[node]; }

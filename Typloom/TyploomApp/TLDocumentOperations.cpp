@@ -6,6 +6,7 @@
 #include "Typloom/TyploomApp/TLEditState.h"
 #include "Typloom/TyploomApp/TLMainWindow.h"
 #include "Typloom/TyploomApp/TLNumberField.h"
+#include "Typloom/TyploomApp/TLStateText.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <QAction>
@@ -16,7 +17,7 @@ namespace {
 QString titleFor(TLFont const& font)
 {
     auto const file = toQString(font.path().filename().string());
-    auto const family = toQString(font.familyName());
+    auto const family = toQString(TLShownName(font.familyName()));
     auto const name = family.isEmpty() || file.isEmpty() ? family + file : family + " (" + file + ")";
     return QString(name).replace("[*]", "[*][*]") + "[*] — Typloom"; // Twice stands for itself.
 }

@@ -5,6 +5,7 @@
 #include "Typloom/TyploomApp/TLDocumentCommands.h"
 #include "Typloom/TyploomApp/TLDocumentCopying.h"
 #include "Typloom/TyploomApp/TLMessages.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include <QAction>
@@ -30,7 +31,10 @@ TLDocumentSaving::TLDocumentSaving(std::shared_ptr<TLFont> font, QWidget& window
 void TLDocumentSaving::update()
 {
     // The command stays enabled: what is being typed is a change as soon as saving ends it.
-    m_window.setWindowModified(m_font->history().isModified());
+    if (auto const revision = documentRevision(); m_judgedRevision != revision) {
+        m_judgedRevision = revision;
+        m_window.setWindowModified(m_font->history().isModified());
+    }
 }
 
 void TLDocumentSaving::setSaveHandler(std::function<void(std::vector<std::string> const&)> handler)

@@ -50,6 +50,8 @@ private:
     void askWhetherToSave(TLSaveOptions options, TLSaveOutcome const& outcome, Answer const& then);
 
     std::shared_ptr<TLFont> m_font;
+    std::optional<std::uint64_t>
+        m_judgedRevision; ///< Of the document; whether it is saved was found out then.
     QWidget& m_window;
     TLDocumentCommands const& m_commands;
     TLDocumentCopying& m_copying;

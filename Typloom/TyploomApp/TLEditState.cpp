@@ -217,8 +217,9 @@ TLLocation TLEditState::previewPlace() const
 void TLEditState::addCurrentMaster(TLLocation& place) const
 {
     if (auto const master = currentMaster()) {
-        for (auto const& axis : m_font->canonicalAxes()) {
-            place.try_emplace(axis->axisId(), master->axisInternalValueValueForId(axis->axisId()));
+        auto const& axes = m_font->canonicalAxes();
+        for (std::size_t index = 0; index < axes.size(); ++index) {
+            place.try_emplace(axes[index]->axisId(), master->valueForKey(axes[index]->key(), index));
         }
     }
 }

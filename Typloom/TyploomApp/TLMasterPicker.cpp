@@ -2,6 +2,7 @@
 
 #include "Platform/Qt/Conversions.h"
 #include "Typloom/TyploomApp/TLStateText.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 
 #include <QComboBox>
 #include <QPointer>
@@ -22,7 +23,7 @@ std::vector<Entry> entriesFor(TLEditState const& state)
 {
     std::vector<Entry> entries;
     for (auto const& master : state.font()->fontMasters()) {
-        entries.push_back({ master->id(), master->name(), entries.size() });
+        entries.push_back({ master->id(), TLShownName(master->name()), entries.size() });
     }
     if (auto const& glyph = state.editedGlyph()) {
         for (auto const& [layerId, layer] : glyph->layers()) {
@@ -50,6 +51,8 @@ struct TLMasterPicker::Impl {
     std::shared_ptr<TLEditState> state;
     QPointer<QComboBox> box { new QComboBox };
     std::vector<Entry> entries;
+    std::optional<std::uint64_t> revision; ///< Of the document that the entries are of.
+    std::weak_ptr<TLGlyph> glyph; ///< The same of the glyph.
 
     /// The separator takes a row of its own.
     std::size_t countOfMasters() const
@@ -77,6 +80,16 @@ struct TLMasterPicker::Impl {
         if (auto const masters = countOfMasters(); masters < entries.size()) {
             box->insertSeparator(static_cast<int>(masters));
         }
+    }
+
+    void updateEntries()
+    {
+        if (revision == documentRevision() && glyph.lock() == state->editedGlyph()) {
+            return;
+        }
+        revision = documentRevision();
+        glyph = state->editedGlyph();
+        setEntries(entriesFor(*state));
     }
 
     void choose(int row)
@@ -127,7 +140,7 @@ QWidget* TLMasterPicker::widget() const
 
 void TLMasterPicker::update()
 {
-    m_impl->setEntries(entriesFor(*m_impl->state));
+    m_impl->updateEntries();
     auto const shown = shownLayerId(*m_impl->state);
     auto const& entries = m_impl->entries;
     auto const found = std::find_if(

@@ -19,8 +19,8 @@ std::string numberText(double value)
 
 std::string problemText(TLDrawingProblem const& problem)
 {
-    auto const source = problem.nearestSource.empty() ? "" : ": " + problem.nearestSource;
-    return "Nearest source" + source + " (" + problem.reason + ")";
+    auto const source = problem.nearestSource.empty() ? "" : ": " + TLShownName(problem.nearestSource);
+    return "Nearest source" + source + " (" + TLShownName(problem.reason) + ")";
 }
 
 } // namespace
@@ -57,19 +57,32 @@ std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
     std::string text;
     for (std::size_t index = 0; index < std::min(axes.size(), mostAxes); ++index) {
         auto const& axis = *axes[index];
-        text += (index == 0 ? "" : ", ") + axis.name() + (isNamesakeOfGlyph(axis, all) ? " (glyph) " : " ")
-            + numberText(value(axis).value_or(0));
+        text += (index == 0 ? "" : ", ") + TLShownName(axis.name())
+            + (isNamesakeOfGlyph(axis, all) ? " (glyph) " : " ") + numberText(value(axis).value_or(0));
     }
     return axes.size() > mostAxes ? text + ", …" : text;
+}
+
+std::string TLShownName(std::string const& name)
+{
+    constexpr std::size_t longest = 500;
+    if (name.size() <= longest) {
+        return name;
+    }
+    auto end = longest;
+    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) {
+        --end; // Not within a character.
+    }
+    return name.substr(0, end) + "…";
 }
 
 std::string TLLayerTitle(TLFont const& font, TLLayer const& layer)
 {
     if (layer.isMasterLayer()) {
         auto const master = font.fontMasterForId(layer.layerId());
-        return master ? master->name() : layer.name();
+        return TLShownName(master ? master->name() : layer.name());
     }
-    return layer.name().empty() ? layer.layerId() : layer.name();
+    return TLShownName(layer.name().empty() ? layer.layerId() : layer.name());
 }
 
 std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem> const& problem)
@@ -81,7 +94,7 @@ std::string TLStateText(TLEditState const& state, std::optional<TLDrawingProblem
         return TLLayerTitle(*state.font(), *layer);
     }
     auto const master = state.currentMaster();
-    return master ? master->name() : "No master";
+    return master ? TLShownName(master->name()) : "No master";
 }
 
 std::optional<std::string> TLStateAdvice(TLEditState const& state)

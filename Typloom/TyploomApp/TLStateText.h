@@ -19,5 +19,9 @@ TYPLOOM_API std::string TLCoordinatesText(TLEditState const& state);
 TYPLOOM_API std::string TLPlaceText(std::vector<std::shared_ptr<TLAxis>> axes,
     std::function<std::optional<double>(TLAxis const&)> const& value);
 
+/// A name as a line can show it: of one longer than any line the beginning. The toolkit lays out a whole text
+/// before it cuts it.
+TYPLOOM_API std::string TLShownName(std::string const& name);
+
 /// The name of a layer as a person sees it: of a master's layer the master's.
 TYPLOOM_API std::string TLLayerTitle(TLFont const& font, TLLayer const& layer);

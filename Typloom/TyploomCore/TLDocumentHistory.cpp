@@ -1,6 +1,7 @@
 #include "Typloom/TyploomCore/TLDocumentHistory.h"
 
 #include "Platform/Foundation/NSMainQueue.h"
+#include "Typloom/TyploomCore/DocumentRevision.h"
 #include "Typloom/TyploomCore/NamesCarried.h"
 #include "Typloom/TyploomCore/StepTitle.h"
 #include "Typloom/TyploomCore/TLUpdateInterface.h"
@@ -269,7 +270,7 @@ void TLDocumentHistory::didSave()
 {
     endStep();
     m_saved = {};
-    TLSetNeedsUpdateInterface();
+    documentDidChange(); // What differs from the files is another.
 }
 
 /// Steps hold whole states, so none can be undone or done again over one that is forgotten: with it go all
@@ -290,6 +291,7 @@ void TLDocumentHistory::didReload(TLGlyph const& glyph)
 {
     forgetSteps([&glyph](Step const& step) { return step.before.glyphs.contains(glyph.name()); });
     m_saved.glyphs.erase(glyph.name());
+    documentDidChange();
 }
 
 void TLDocumentHistory::didReloadOutlines(std::string const& glyphName, Redrawn const& layers)
@@ -316,13 +318,14 @@ void TLDocumentHistory::didReloadOutlines(std::string const& glyphName, Redrawn 
         }
     }
     redraw(m_saved);
-    TLSetNeedsUpdateInterface();
+    documentDidChange(); // What differs from the files is another.
 }
 
 void TLDocumentHistory::didReloadFont()
 {
     forgetSteps([](Step const& step) { return step.before.font.has_value(); });
     m_saved.font.reset();
+    documentDidChange();
 }
 
 void TLDocumentHistory::clear()
@@ -332,5 +335,5 @@ void TLDocumentHistory::clear()
     m_redo.clear();
     m_saved = {};
     m_joinsRenames = false;
-    TLSetNeedsUpdateInterface();
+    documentDidChange(); // What differs from the files is another.
 }

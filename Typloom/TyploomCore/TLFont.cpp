@@ -283,9 +283,12 @@ void TLFont::insertGlyph(std::shared_ptr<TLGlyph> const& glyph)
 
 void TLFont::addToReport(std::string sentence) const
 {
-    if (std::find(m_report.begin(), m_report.end(), sentence) != m_report.end()) {
+    constexpr std::size_t mostSentences = 5'000; // No one reads more, and each is compared with all.
+    if (m_report.size() > mostSentences
+        || std::find(m_report.begin(), m_report.end(), sentence) != m_report.end()) {
         return;
     }
-    m_report.push_back(std::move(sentence));
+    bool const isLast = m_report.size() == mostSentences;
+    m_report.push_back(isLast ? "There is more wrong than this report tells." : std::move(sentence));
     TLSetNeedsUpdateInterface();
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font)
+TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font, std::size_t* nextMaster)
     : m_values(layer.data()->values)
     , m_font(font)
     , m_isMaster(layer.isMasterLayer())
@@ -11,7 +11,11 @@ TLLayerPlace::TLLayerPlace(TLLayer const& layer, TLFont const* font)
 {
     if (m_isMaster && font) {
         auto const& associated = layer.associatedMasterId();
-        m_master = font->fontMasterForId(associated ? *associated : layer.layerId()).get();
+        auto const& masterId = associated ? *associated : layer.layerId();
+        auto const next = nextMaster ? (*nextMaster)++ : NSNotFound;
+        auto const& masters = font->fontMasters();
+        bool const isNext = next < masters.size() && masters[next]->id() == masterId;
+        m_master = isNext ? masters[next].get() : font->fontMasterForId(masterId).get();
     }
     if (m_standsSomewhere && layer.previewLocation()) {
         m_preview = &*layer.previewLocation();
@@ -44,7 +48,7 @@ TLPlaceSearch::TLPlaceSearch(std::vector<std::shared_ptr<TLAxis>> const& axes, T
         m_targets.push_back({ { axis->key(), font }, value, axis->defaultValue() });
     }
     // Most sources stand at the default of most axes: where the place does not, they differ soonest.
-    std::stable_partition(m_targets.begin(), m_targets.end(),
+    std::partition(m_targets.begin(), m_targets.end(),
         [](Target const& target) { return target.value != target.axisDefault; });
 }
 
@@ -58,7 +62,7 @@ bool TLPlaceSearch::finds(TLFontMaster const& master) const
 
 bool TLPlaceSearch::finds(TLLayer const& layer) const
 {
-    TLLayerPlace const place(layer, m_font);
+    TLLayerPlace const place(layer, m_font, &m_nextMaster);
     return std::all_of(m_targets.begin(), m_targets.end(), [&](Target const& target) {
         auto const value = place.value(target.column).value_or(target.axisDefault);
         return std::abs(value - target.value) < m_tolerance;

@@ -18,8 +18,9 @@ struct TLAxisColumn {
 /// Where one layer stands, for questions about many axes. Holds as long as the document is not changed.
 class TYPLOOM_API TLLayerPlace {
 public:
-    /// `font` is the layer's, or null.
-    TLLayerPlace(TLLayer const& layer, TLFont const* font);
+    /// `font` is the layer's, or null. `nextMaster`, of those who read layer after layer: which of the font's
+    /// masters the layer may belong to; it becomes the one behind it.
+    TLLayerPlace(TLLayer const& layer, TLFont const* font, std::size_t* nextMaster = nullptr);
 
     std::optional<double> valueForId(std::string_view axisId) const;
     std::optional<double> value(TLAxisColumn const& column) const
@@ -73,4 +74,5 @@ private:
     std::vector<Target> m_targets;
     TLFont const* m_font;
     double m_tolerance;
+    mutable std::size_t m_nextMaster { 0 };
 };
