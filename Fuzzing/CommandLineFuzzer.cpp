@@ -37,8 +37,9 @@ std::vector<std::string> argumentsFor(CommandLine const& wanted)
     for (auto const& plugin : wanted.plugins) {
         arguments.push_back("--plugin=" + plugin.string());
     }
-    arguments.push_back(
-        "--size=" + std::to_string(wanted.size.width) + "x" + std::to_string(wanted.size.height));
+    if (auto const& size = wanted.size) {
+        arguments.push_back("--size=" + std::to_string(size->width) + "x" + std::to_string(size->height));
+    }
     for (auto const& [name, isSet] : { std::pair("--describe", wanted.describe),
              { "--version", wanted.version }, { "--help", wanted.help } }) {
         if (isSet) {
@@ -65,8 +66,10 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t size)
     for (auto const& [axis, value] : commandLine.location) {
         fuzzExpect(std::isfinite(value) && !axis.empty(), "a place is a finite number on a named axis");
     }
-    for (int const side : { commandLine.size.width, commandLine.size.height }) {
-        fuzzExpect(side >= 1 && side <= 10'000, "a window has a size that can be drawn");
+    if (auto const& asked = commandLine.size) {
+        for (int const side : { asked->width, asked->height }) {
+            fuzzExpect(side >= 1 && side <= 10'000, "a window has a size that can be drawn");
+        }
     }
     auto const again = ParseCommandLine(argumentsFor(commandLine));
     auto const* readBack = std::get_if<CommandLine>(&again);
